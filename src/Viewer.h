@@ -1,0 +1,54 @@
+#ifndef PEBBLETON_VIEWER_H
+#define PEBBLETON_VIEWER_H
+
+#include <directfb.h>
+
+#include "IEventWaiter.h"
+#include "IPainter.h"
+
+namespace PEBBLETON
+{
+
+// The display and the touch input: everything that the program holds of DirectFB.
+//
+// Constructing it takes the screen; Init shows the skin, and only after it can widgets be painted and
+// events awaited. A DirectFB call that fails while opening the display or loading an image ends the
+// process (DIRECTFB_CHECK), so no operation reports it. The viewer holds the one reference to each
+// DirectFB interface below and releases it in its destructor.
+class Viewer
+{
+public:
+    // Opens DirectFB full screen; the size and pixel format are DirectFB's choice. Draws nothing.
+    Viewer();
+    ~Viewer();
+    Viewer(const Viewer&) = delete;
+    Viewer& operator=(const Viewer&) = delete;
+
+    // Loads both skin images (file paths, not kept), shows the normal one at the screen's origin and
+    // discards the input queued so far. Called again, it only discards input. True when the viewer
+    // can paint and wait.
+    bool Init(const char* iNormalImage, const char* iPressedImage);
+
+    // Redraws the widget's rectangle; before Init it only logs.
+    void Paint(const IWidget& iWidget);
+
+    // Blocks for the next input, see IEventWaiter; before Init it logs and returns at once with the
+    // event untouched.
+    void WaitEvent(InputEvent& ioEvent);
+
+private:
+    void LoadImage(const char* iImage, IDirectFBSurface** ioSurface);
+    void ShowNormalImage();
+
+    IDirectFB* mDirectfb;
+    IDirectFBSurface* mPrimarySurface;
+    IDirectFBSurface* mNormalSurface;
+    IDirectFBSurface* mPressedSurface;
+    IDirectFBEventBuffer* mEventBuffer;
+    IEventWaiter* mEventWaiter; // owned; uses the event buffer
+    IPainter* mPainter;         // owned; uses the three surfaces
+};
+
+} // namespace PEBBLETON
+
+#endif
