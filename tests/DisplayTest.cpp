@@ -1,0 +1,148 @@
+#include "DirectfbEventWaiter.h"
+#include "DirectfbPainter.h"
+#include "Fake.h"
+#include "LongPressButton.h"
+#include "Viewer.h"
+
+using namespace PEBBLETON;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+using DisplayTest = FakeTest;
+
+TEST_F(DisplayTest, CopiesOnlyWhatFitsABuffer)
+{
+    constexpr std::uint32_t half = 0x80000000;
+    const struct
+    {
+        DFBSurfacePixelFormat format;
+        Rectangle rectangle;
+        const char* copied; // empty: nothing is read, written or flipped
+    } cases[] = {
+        {DSPF_RGB32, {5, 6, 100, 50}, "5,6 100x50 pitch 400"},
+        {DSPF_RGB16, {5, 6, 100, 50}, "5,6 100x50 pitch 200"},
+        {DSPF_RGB24, {5, 6, 100, 50}, "5,6 100x50 pitch 300"},
+        {DSPF_LUT8, {half - 1, half - 1, 1, 1}, "2147483647,2147483647 1x1 pitch 1"},
+        {DSPF_RGB32, {790, 0, 100, 1}, "790,0 100x1 pitch 400"}, // the rest of it is off the screen
+        {DSPF_RGB32, {5, 6, 0, 50}, ""},
+        {DSPF_RGB32, {5, 6, 50, 0}, ""},
+        {DSPF_LUT1, {5, 6, 50, 50}, ""}, // less than a byte a pixel
+        {DSPF_RGB32, {half, 0, 1, 1}, ""},
+        {DSPF_RGB32, {0, half, 1, 1}, ""},
+        {DSPF_RGB32, {0, 0, half, 1}, ""},
+        {DSPF_RGB32, {0, 0, 1, half}, ""},
+        {DSPF_RGB32, {0, 0, half, half}, ""},    // the signs cancel out
+        {DSPF_RGB32, {0, 0, 0x20000000, 1}, ""}, // the pitch is 2^31
+        {DSPF_RGB32, {0, 0, 0x7fffffff, 0x7fffffff}, ""},
+        {DSPF_RGB32, {0, 0, 0x8000, 0x4000}, ""},   // the size is 2^31
+        {DSPF_RGB32, {0, 0, 0x10000, 0x10000}, ""}, // the size is 0 in 32 bits
+    };
+    for (const auto& c : cases) {
+        fake.format = c.format;
+        DirectfbPainterC painter(fakeSurfaces[0], fakeSurfaces[1], fakeSurfaces[2]);
+        LongPressButtonC widget(1, c.rectangle);
+        for (const char skin : {'n', 'p'}) {
+            painter.Paint(widget);
+            const std::string shape = c.copied;
+            const std::string read = (skin == 'n' ? "normal.Read " : "pressed.Read ") + shape + " zeroed";
+            if (shape.empty()) {
+                EXPECT_THAT(fake.take(), ElementsAre("primary.GetPixelFormat"));
+            } else {
+                EXPECT_THAT(fake.take(),
+                            ElementsAre("primary.GetPixelFormat", read, "primary.Write " + shape + ' ' + skin + skin,
+                                        "primary.Flip whole 5"));
+            }
+            widget.HandleEvent({0, 0, EventType::Press});
+        }
+    }
+}
+
+TEST_F(DisplayTest, TranslatesInput)
+{
+    const EventType unset = static_cast<EventType>(77);
+    const struct
+    {
+        Input input;
+        EventType type;
+        std::uint32_t x, y;
+        const char* log;
+    } cases[] = {
+        {{DIET_BUTTONPRESS}, EventType::Press, 0, 0, nullptr},
+        {{DIET_AXISMOTION, DIAI_X, 120}, EventType::Move, 120, 0, nullptr},
+        {{DIET_AXISMOTION, DIAI_Y, 45}, EventType::Move, 120, 45, nullptr},
+        {{DIET_BUTTONPRESS, DIAI_Y, 7}, EventType::Press, 120, 45, nullptr},
+        {{DIET_AXISMOTION, DIAI_Z, 9}, EventType::Move, 120, 45, nullptr},
+        {{DIET_BUTTONRELEASE}, EventType::Release, 120, 45, nullptr},
+        {{DIET_UNKNOWN}, unset, 120, 45, "log 7 Received an unsupported event. Type: 0\n"},
+        {{DIET_KEYPRESS}, unset, 120, 45, "log 7 Received an unsupported event. Type: 1\n"},
+        {{DIET_KEYRELEASE}, unset, 120, 45, "log 7 Received an unsupported event. Type: 2\n"},
+        {{DIET_AXISMOTION, DIAI_X, -1}, EventType::Move, 0xffffffff, 45, nullptr},
+    };
+    DirectfbEventWaiterC waiter(&fakeEventBuffer);
+    const auto wait = [&waiter](std::uint32_t iX, std::uint32_t iY) {
+        InputEvent event = {1, 2, unset};
+        waiter.WaitEvent(event);
+        EXPECT_EQ(iX, event.x);
+        EXPECT_EQ(iY, event.y);
+        return event.type;
+    };
+    for (const auto& c : cases) {
+        fake.inputs = {c.input};
+        EXPECT_EQ(c.type, wait(c.x, c.y));
+        std::vector<std::string> calls = {"buffer.WaitForEvent", "buffer.GetEvent"};
+        if (c.log != nullptr) {
+            calls.emplace_back(c.log);
+        }
+        EXPECT_EQ(calls, fake.take());
+    }
+    waiter.Reset();
+    EXPECT_THAT(fake.take(), ElementsAre("buffer.Reset"));
+    fake.inputs = {{DIET_BUTTONPRESS}};
+    fake.failing = "buffer.GetEvent";
+    EXPECT_EQ(unset, wait(0xffffffff, 45));
+    EXPECT_THAT(fake.take(), ElementsAre("buffer.WaitForEvent", "buffer.GetEvent"));
+    fake.failing = "buffer.WaitForEvent";
+    fake.result = DFB_TIMEOUT;
+    EXPECT_EQ(EventType::None, wait(0xffffffff, 45));
+    EXPECT_THAT(fake.take(), ElementsAre("buffer.WaitForEvent",
+                                         "log 3 Wait for event failed with " + std::to_string(DFB_TIMEOUT) + ". \n"));
+}
+
+TEST_F(DisplayTest, ViewerIsUsableOnlyAfterInit)
+{
+    const LongPressButtonC widget(1, {0, 0, 1, 1});
+    InputEvent event = {4, 5, EventType::Move};
+    {
+        Viewer viewer;
+        fake.take();
+        viewer.Paint(widget);
+        viewer.WaitEvent(event);
+        EXPECT_THAT(fake.take(), ElementsAre("log 3 The painter is not initialized yet. \n",
+                                             "log 3 The event generator is not initialized yet. \n"));
+        EXPECT_EQ(4u, event.x);
+        EXPECT_EQ(5u, event.y);
+        EXPECT_EQ(EventType::Move, event.type);
+    }
+    EXPECT_THAT(fake.take(), ElementsAre("primary.Release", "buffer.Release", "directfb.Release"));
+
+    fake = Fake();
+    Viewer viewer;
+    EXPECT_TRUE(viewer.Init("n", "p"));
+    fake.take();
+    EXPECT_TRUE(viewer.Init("n", "p"));
+    EXPECT_THAT(fake.take(), ElementsAre("buffer.Reset"));
+}
+
+TEST_F(DisplayTest, ViewerWithoutSkinIsNotReady)
+{
+    fake.withoutProvider = true;
+    Viewer viewer;
+    fake.take();
+    EXPECT_FALSE(viewer.Init("n", "p"));
+    EXPECT_THAT(fake.take(), ElementsAre("directfb.CreateImageProvider n", "directfb.CreateImageProvider p"));
+}
+
+} // namespace

@@ -1,0 +1,238 @@
+#include "Fake.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <fstream>
+#include <utility>
+
+#include <sys/syscall.h>
+#include <syslog.h>
+#include <unistd.h>
+
+IDirectFB fakeDirectfb;
+IDirectFBSurface fakeSurfaces[3];
+IDirectFBEventBuffer fakeEventBuffer;
+Fake fake;
+
+namespace
+{
+
+IDirectFBImageProvider provider;
+
+std::string nameOf(const void* iInterface)
+{
+    const std::pair<const void*, const char*> names[] = {{&fakeDirectfb, "directfb"},  {&provider, "provider"},
+                                                         {&fakeEventBuffer, "buffer"}, {&fakeSurfaces[0], "primary"},
+                                                         {&fakeSurfaces[1], "normal"}, {&fakeSurfaces[2], "pressed"}};
+    const auto isIt = [=](const auto& iName) { return iName.first == iInterface; };
+    return std::find_if(std::begin(names), std::end(names) - 1, isIt)->second;
+}
+
+const char* extent(const void* iPart)
+{
+    return iPart == nullptr ? " whole" : " part";
+}
+
+std::string shape(int iX, int iY, int iWidth, int iHeight, int iPitch)
+{
+    std::ostringstream text;
+    text << ' ' << iX << ',' << iY << ' ' << iWidth << 'x' << iHeight << " pitch " << iPitch << ' ';
+    return text.str();
+}
+
+// Hands out an interface when the call to create it went well.
+template <typename Interface>
+DFBResult create(Interface* iNew, Interface** ioInterface, DFBResult iResult)
+{
+    if (iResult == DFB_OK) {
+        *ioInterface = iNew;
+    }
+    return iResult;
+}
+
+constexpr auto release = [](auto* iThis) { return static_cast<DirectResult>(fake.call(nameOf(iThis), ".Release")); };
+
+void fillDirectfb()
+{
+    fakeDirectfb.Release = release;
+    fakeDirectfb.SetCooperativeLevel = [](auto* iThis, auto iLevel) {
+        return fake.call(nameOf(iThis), ".SetCooperativeLevel ", iLevel);
+    };
+    fakeDirectfb.CreateSurface = [](auto* iThis, auto* iWanted, auto** ioSurface) {
+        const DFBResult result = fake.call(nameOf(iThis), ".CreateSurface flags ", iWanted->flags, " caps ",
+                                           iWanted->caps, ' ', iWanted->width, 'x', iWanted->height);
+        return create(&fakeSurfaces[fake.surfaces++], ioSurface, result);
+    };
+    fakeDirectfb.CreateInputEventBuffer = [](auto* iThis, auto iCapabilities, auto iGlobal, auto** ioBuffer) {
+        return create(&fakeEventBuffer, ioBuffer,
+                      fake.call(nameOf(iThis), ".CreateInputEventBuffer ", iCapabilities, " global ", iGlobal));
+    };
+    fakeDirectfb.CreateImageProvider = [](auto* iThis, auto* iFile, auto** ioProvider) {
+        return create(fake.withoutProvider ? nullptr : &provider, ioProvider,
+                      fake.call(nameOf(iThis), ".CreateImageProvider ", iFile));
+    };
+    provider.Release = release;
+    provider.GetSurfaceDescription = [](auto* iThis, auto* ioDescription) {
+        const DFBResult result = fake.call(nameOf(iThis), ".GetSurfaceDescription");
+        if (result == DFB_OK) {
+            ioDescription->flags = DSDESC_ALL;
+            ioDescription->width = 800;
+            ioDescription->height = 480;
+        }
+        return result;
+    };
+    provider.RenderTo = [](auto* iThis, auto* iTarget, auto* iPart) {
+        return fake.call(nameOf(iThis), ".RenderTo ", nameOf(iTarget), extent(iPart));
+    };
+}
+
+void fillSurface(IDirectFBSurface& ioSurface)
+{
+    ioSurface.Release = release;
+    ioSurface.GetPixelFormat = [](auto* iThis, auto* ioFormat) {
+        *ioFormat = fake.format;
+        return fake.call(nameOf(iThis), ".GetPixelFormat");
+    };
+    ioSurface.Blit = [](auto* iThis, auto* iSource, auto* iPart, int iX, int iY) {
+        return fake.call(nameOf(iThis), ".Blit ", nameOf(iSource), extent(iPart), ' ', iX, ',', iY);
+    };
+    ioSurface.Flip = [](auto* iThis, auto* iPart, auto iFlags) {
+        return fake.call(nameOf(iThis), ".Flip", extent(iPart), ' ', iFlags);
+    };
+    // Every byte read is the first letter of the surface's name, and Write tells the first and the last it is given.
+    ioSurface.Read = [](auto* iThis, auto* iPart, void* ioData, int iPitch) {
+        const std::size_t size = static_cast<std::size_t>(iPitch) * static_cast<std::size_t>(iPart->h);
+        auto* bytes = static_cast<char*>(ioData);
+        const bool zeroed = std::all_of(bytes, bytes + size, [](char iByte) { return iByte == 0; });
+        std::fill(bytes, bytes + size, nameOf(iThis)[0]);
+        return fake.call(nameOf(iThis), ".Read", shape(iPart->x, iPart->y, iPart->w, iPart->h, iPitch),
+                         zeroed ? "zeroed" : "dirty");
+    };
+    ioSurface.Write = [](auto* iThis, auto* iPart, const void* iData, int iPitch) {
+        const auto* bytes = static_cast<const char*>(iData);
+        return fake.call(nameOf(iThis), ".Write", shape(iPart->x, iPart->y, iPart->w, iPart->h, iPitch), bytes[0],
+                         bytes[static_cast<std::size_t>(iPitch) * static_cast<std::size_t>(iPart->h) - 1]);
+    };
+}
+
+void fillEventBuffer()
+{
+    fakeEventBuffer.Release = release;
+    fakeEventBuffer.Reset = [](auto* iThis) { return fake.call(nameOf(iThis), ".Reset"); };
+    fakeEventBuffer.WaitForEvent = [](auto* iThis) {
+        return fake.inputs.empty() ? throw OutOfInput() : fake.call(nameOf(iThis), ".WaitForEvent");
+    };
+    fakeEventBuffer.GetEvent = [](auto* iThis, auto* ioEvent) {
+        const DFBResult result = fake.call(nameOf(iThis), ".GetEvent");
+        if (result == DFB_OK) {
+            const Input input = fake.inputs.front();
+            fake.inputs.pop_front();
+            fake.now += input.after;
+            ioEvent->input.type = input.type;
+            ioEvent->input.axis = input.axis;
+            ioEvent->input.axisabs = input.value;
+        }
+        return result;
+    };
+}
+
+} // namespace
+
+Fake::Fake()
+{
+    fillDirectfb();
+    std::for_each(std::begin(fakeSurfaces), std::end(fakeSurfaces), fillSurface);
+    fillEventBuffer();
+}
+
+void Fake::note(const std::string& iLine)
+{
+    if (!over) {
+        trace.push_back(iLine);
+    }
+}
+
+DFBResult Fake::end(const std::string& iCall)
+{
+    note(iCall);
+    const bool fails = calls++ == failAt || (!failing.empty() && iCall.rfind(failing, 0) == 0);
+    return fails ? result : DFB_OK;
+}
+
+std::vector<std::string> Fake::take()
+{
+    return std::exchange(trace, {});
+}
+
+TextFile::TextFile(const std::string& iText) : path("/tmp/pebbleton-test-XXXXXX")
+{
+    close(mkstemp(path.data()));
+    std::ofstream(path) << iText;
+}
+
+TextFile::~TextFile()
+{
+    std::remove(path.c_str());
+}
+
+// From here on the functions that the program calls instead of the libraries' own.
+extern "C" {
+
+DFBResult DirectFBInit(int* iCount, char*** iArguments)
+{
+    return fake.call("DirectFBInit ", iCount == nullptr && iArguments == nullptr ? "nothing" : "arguments");
+}
+
+DFBResult DirectFBCreate(IDirectFB** ioDirectfb)
+{
+    *ioDirectfb = &fakeDirectfb;
+    return fake.call("DirectFBCreate");
+}
+
+DFBResult DirectFBErrorFatal(const char* iText, DFBResult iResult)
+{
+    fake.note(std::string("fatal ") + iText + ' ' + std::to_string(iResult));
+    fake.over = true;
+    throw Fatal{iResult & 0xff};
+}
+
+void vsyslog(int iPriority, const char* iFormat, va_list iArguments)
+{
+    char text[4096];
+    std::vsnprintf(text, sizeof text, iFormat, iArguments);
+    fake.note("log " + std::to_string(iPriority) + ' ' + text);
+}
+
+void __vsyslog_chk(int iPriority, int, const char* iFormat, va_list iArguments)
+{
+    vsyslog(iPriority, iFormat, iArguments);
+}
+
+int setlogmask(int iMask) noexcept
+{
+    fake.note("setlogmask " + std::to_string(iMask));
+    return 0;
+}
+
+void openlog(const char* iIdent, int iOptions, int iFacility)
+{
+    fake.note(std::string("openlog ") + iIdent + ' ' + std::to_string(iOptions) + ' ' + std::to_string(iFacility));
+}
+
+void closelog()
+{
+    fake.note("closelog");
+}
+
+int clock_gettime(clockid_t iClock, timespec* ioTime) noexcept
+{
+    if (iClock != CLOCK_MONOTONIC) {
+        return static_cast<int>(syscall(SYS_clock_gettime, iClock, ioTime));
+    }
+    *ioTime = {fake.now / 1000000000, fake.now % 1000000000};
+    return 0;
+}
+}
