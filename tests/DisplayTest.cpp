@@ -6,7 +6,6 @@
 
 using namespace PEBBLETON;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace
 {
@@ -62,53 +61,43 @@ TEST_F(DisplayTest, CopiesOnlyWhatFitsABuffer)
 
 TEST_F(DisplayTest, TranslatesInput)
 {
-    const EventType unset = static_cast<EventType>(77);
+    const auto unset = static_cast<EventType>(77);
+    const std::string unsupported = "log 7 Received an unsupported event. Type: ";
+    const std::string failed = "log 3 Wait for event failed with " + std::to_string(DFB_TIMEOUT) + ". \n";
     const struct
     {
         Input input;
         EventType type;
         std::uint32_t x, y;
-        const char* log;
+        std::vector<std::string> calls; // beyond the wait
     } cases[] = {
-        {{DIET_BUTTONPRESS}, EventType::Press, 0, 0, nullptr},
-        {{DIET_AXISMOTION, DIAI_X, 120}, EventType::Move, 120, 0, nullptr},
-        {{DIET_AXISMOTION, DIAI_Y, 45}, EventType::Move, 120, 45, nullptr},
-        {{DIET_BUTTONPRESS, DIAI_Y, 7}, EventType::Press, 120, 45, nullptr},
-        {{DIET_AXISMOTION, DIAI_Z, 9}, EventType::Move, 120, 45, nullptr},
-        {{DIET_BUTTONRELEASE}, EventType::Release, 120, 45, nullptr},
-        {{DIET_UNKNOWN}, unset, 120, 45, "log 7 Received an unsupported event. Type: 0\n"},
-        {{DIET_KEYPRESS}, unset, 120, 45, "log 7 Received an unsupported event. Type: 1\n"},
-        {{DIET_KEYRELEASE}, unset, 120, 45, "log 7 Received an unsupported event. Type: 2\n"},
-        {{DIET_AXISMOTION, DIAI_X, -1}, EventType::Move, 0xffffffff, 45, nullptr},
+        {{DIET_BUTTONPRESS}, EventType::Press, 0, 0, {"buffer.GetEvent"}},
+        {{DIET_AXISMOTION, DIAI_X, 120}, EventType::Move, 120, 0, {"buffer.GetEvent"}},
+        {{DIET_AXISMOTION, DIAI_Y, 45}, EventType::Move, 120, 45, {"buffer.GetEvent"}},
+        {{DIET_BUTTONPRESS, DIAI_Y, 7}, EventType::Press, 120, 45, {"buffer.GetEvent"}},
+        {{DIET_AXISMOTION, DIAI_Z, 9}, EventType::Move, 120, 45, {"buffer.GetEvent"}},
+        {{DIET_BUTTONRELEASE}, EventType::Release, 120, 45, {"buffer.GetEvent"}},
+        {{DIET_UNKNOWN}, unset, 120, 45, {"buffer.GetEvent", unsupported + "0\n"}},
+        {{DIET_KEYPRESS}, unset, 120, 45, {"buffer.GetEvent", unsupported + "1\n"}},
+        {{DIET_KEYRELEASE}, unset, 120, 45, {"buffer.GetEvent", unsupported + "2\n"}},
+        {{DIET_BUTTONPRESS, DIAI_X, 0, 0, DFB_TIMEOUT}, EventType::None, 120, 45, {failed}},
+        {{DIET_BUTTONPRESS, DIAI_X, 0, 0, DFB_OK, DFB_TIMEOUT}, unset, 120, 45, {"buffer.GetEvent"}},
+        {{DIET_AXISMOTION, DIAI_X, -1}, EventType::Move, 0xffffffff, 45, {"buffer.GetEvent"}},
     };
     DirectfbEventWaiterC waiter(&fakeEventBuffer);
-    const auto wait = [&waiter](std::uint32_t iX, std::uint32_t iY) {
-        InputEvent event = {1, 2, unset};
-        waiter.WaitEvent(event);
-        EXPECT_EQ(iX, event.x);
-        EXPECT_EQ(iY, event.y);
-        return event.type;
-    };
     for (const auto& c : cases) {
         fake.inputs = {c.input};
-        EXPECT_EQ(c.type, wait(c.x, c.y));
-        std::vector<std::string> calls = {"buffer.WaitForEvent", "buffer.GetEvent"};
-        if (c.log != nullptr) {
-            calls.emplace_back(c.log);
-        }
+        InputEvent event = {1, 2, unset};
+        waiter.WaitEvent(event);
+        EXPECT_EQ(c.type, event.type);
+        EXPECT_EQ(c.x, event.x);
+        EXPECT_EQ(c.y, event.y);
+        std::vector<std::string> calls = {"buffer.WaitForEvent"};
+        calls.insert(calls.end(), c.calls.begin(), c.calls.end());
         EXPECT_EQ(calls, fake.take());
+        waiter.Reset(); // forgets the input, not the position
+        EXPECT_THAT(fake.take(), ElementsAre("buffer.Reset"));
     }
-    waiter.Reset();
-    EXPECT_THAT(fake.take(), ElementsAre("buffer.Reset"));
-    fake.inputs = {{DIET_BUTTONPRESS}};
-    fake.failing = "buffer.GetEvent";
-    EXPECT_EQ(unset, wait(0xffffffff, 45));
-    EXPECT_THAT(fake.take(), ElementsAre("buffer.WaitForEvent", "buffer.GetEvent"));
-    fake.failing = "buffer.WaitForEvent";
-    fake.result = DFB_TIMEOUT;
-    EXPECT_EQ(EventType::None, wait(0xffffffff, 45));
-    EXPECT_THAT(fake.take(), ElementsAre("buffer.WaitForEvent",
-                                         "log 3 Wait for event failed with " + std::to_string(DFB_TIMEOUT) + ". \n"));
 }
 
 TEST_F(DisplayTest, ViewerIsUsableOnlyAfterInit)

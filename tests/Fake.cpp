@@ -6,6 +6,7 @@
 #include <cstring>
 #include <ctime>
 #include <fstream>
+#include <iterator>
 #include <utility>
 
 #include <sys/syscall.h>
@@ -21,15 +22,6 @@ namespace
 {
 
 IDirectFBImageProvider provider;
-
-std::string nameOf(const void* iInterface)
-{
-    const std::pair<const void*, const char*> names[] = {{&fakeDirectfb, "directfb"},  {&provider, "provider"},
-                                                         {&fakeEventBuffer, "buffer"}, {&fakeSurfaces[0], "primary"},
-                                                         {&fakeSurfaces[1], "normal"}, {&fakeSurfaces[2], "pressed"}};
-    const auto isIt = [=](const auto& iName) { return iName.first == iInterface; };
-    return std::find_if(std::begin(names), std::end(names) - 1, isIt)->second;
-}
 
 const char* extent(const void* iPart)
 {
@@ -53,30 +45,30 @@ DFBResult create(Interface* iNew, Interface** ioInterface, DFBResult iResult)
     return iResult;
 }
 
-constexpr auto release = [](auto* iThis) { return static_cast<DirectResult>(fake.call(nameOf(iThis), ".Release")); };
+constexpr auto release = [](auto* iThis) { return static_cast<DirectResult>(fake.call(iThis, ".Release")); };
 
 void fillDirectfb()
 {
     fakeDirectfb.Release = release;
     fakeDirectfb.SetCooperativeLevel = [](auto* iThis, auto iLevel) {
-        return fake.call(nameOf(iThis), ".SetCooperativeLevel ", iLevel);
+        return fake.call(iThis, ".SetCooperativeLevel ", iLevel);
     };
     fakeDirectfb.CreateSurface = [](auto* iThis, auto* iWanted, auto** ioSurface) {
-        const DFBResult result = fake.call(nameOf(iThis), ".CreateSurface flags ", iWanted->flags, " caps ",
-                                           iWanted->caps, ' ', iWanted->width, 'x', iWanted->height);
+        const DFBResult result = fake.call(iThis, ".CreateSurface flags ", iWanted->flags, " caps ", iWanted->caps, ' ',
+                                           iWanted->width, 'x', iWanted->height);
         return create(&fakeSurfaces[fake.surfaces++], ioSurface, result);
     };
     fakeDirectfb.CreateInputEventBuffer = [](auto* iThis, auto iCapabilities, auto iGlobal, auto** ioBuffer) {
         return create(&fakeEventBuffer, ioBuffer,
-                      fake.call(nameOf(iThis), ".CreateInputEventBuffer ", iCapabilities, " global ", iGlobal));
+                      fake.call(iThis, ".CreateInputEventBuffer ", iCapabilities, " global ", iGlobal));
     };
     fakeDirectfb.CreateImageProvider = [](auto* iThis, auto* iFile, auto** ioProvider) {
         return create(fake.withoutProvider ? nullptr : &provider, ioProvider,
-                      fake.call(nameOf(iThis), ".CreateImageProvider ", iFile));
+                      fake.call(iThis, ".CreateImageProvider ", iFile));
     };
     provider.Release = release;
     provider.GetSurfaceDescription = [](auto* iThis, auto* ioDescription) {
-        const DFBResult result = fake.call(nameOf(iThis), ".GetSurfaceDescription");
+        const DFBResult result = fake.call(iThis, ".GetSurfaceDescription");
         if (result == DFB_OK) {
             ioDescription->flags = DSDESC_ALL;
             ioDescription->width = 800;
@@ -85,7 +77,7 @@ void fillDirectfb()
         return result;
     };
     provider.RenderTo = [](auto* iThis, auto* iTarget, auto* iPart) {
-        return fake.call(nameOf(iThis), ".RenderTo ", nameOf(iTarget), extent(iPart));
+        return fake.call(iThis, ".RenderTo ", Fake::nameOf(iTarget), extent(iPart));
     };
 }
 
@@ -94,48 +86,61 @@ void fillSurface(IDirectFBSurface& ioSurface)
     ioSurface.Release = release;
     ioSurface.GetPixelFormat = [](auto* iThis, auto* ioFormat) {
         *ioFormat = fake.format;
-        return fake.call(nameOf(iThis), ".GetPixelFormat");
+        return fake.call(iThis, ".GetPixelFormat");
     };
     ioSurface.Blit = [](auto* iThis, auto* iSource, auto* iPart, int iX, int iY) {
-        return fake.call(nameOf(iThis), ".Blit ", nameOf(iSource), extent(iPart), ' ', iX, ',', iY);
+        return fake.call(iThis, ".Blit ", Fake::nameOf(iSource), extent(iPart), ' ', iX, ',', iY);
     };
     ioSurface.Flip = [](auto* iThis, auto* iPart, auto iFlags) {
-        return fake.call(nameOf(iThis), ".Flip", extent(iPart), ' ', iFlags);
+        return fake.call(iThis, ".Flip", extent(iPart), ' ', iFlags);
     };
     // Every byte read is the first letter of the surface's name, and Write tells the first and the last it is given.
     ioSurface.Read = [](auto* iThis, auto* iPart, void* ioData, int iPitch) {
         const std::size_t size = static_cast<std::size_t>(iPitch) * static_cast<std::size_t>(iPart->h);
         auto* bytes = static_cast<char*>(ioData);
         const bool zeroed = std::all_of(bytes, bytes + size, [](char iByte) { return iByte == 0; });
-        std::fill(bytes, bytes + size, nameOf(iThis)[0]);
-        return fake.call(nameOf(iThis), ".Read", shape(iPart->x, iPart->y, iPart->w, iPart->h, iPitch),
+        std::fill(bytes, bytes + size, Fake::nameOf(iThis)[0]);
+        return fake.call(iThis, ".Read", shape(iPart->x, iPart->y, iPart->w, iPart->h, iPitch),
                          zeroed ? "zeroed" : "dirty");
     };
     ioSurface.Write = [](auto* iThis, auto* iPart, const void* iData, int iPitch) {
         const auto* bytes = static_cast<const char*>(iData);
-        return fake.call(nameOf(iThis), ".Write", shape(iPart->x, iPart->y, iPart->w, iPart->h, iPitch), bytes[0],
+        return fake.call(iThis, ".Write", shape(iPart->x, iPart->y, iPart->w, iPart->h, iPitch), bytes[0],
                          bytes[static_cast<std::size_t>(iPitch) * static_cast<std::size_t>(iPart->h) - 1]);
     };
+}
+
+Input takeInput()
+{
+    const Input input = fake.inputs.front();
+    fake.inputs.pop_front();
+    fake.now += input.after;
+    return input;
 }
 
 void fillEventBuffer()
 {
     fakeEventBuffer.Release = release;
-    fakeEventBuffer.Reset = [](auto* iThis) { return fake.call(nameOf(iThis), ".Reset"); };
+    fakeEventBuffer.Reset = [](auto* iThis) { return fake.call(iThis, ".Reset"); };
     fakeEventBuffer.WaitForEvent = [](auto* iThis) {
-        return fake.inputs.empty() ? throw OutOfInput() : fake.call(nameOf(iThis), ".WaitForEvent");
+        if (fake.inputs.empty()) {
+            throw OutOfInput();
+        }
+        const DFBResult result = fake.call(iThis, ".WaitForEvent");
+        return fake.inputs.front().wait == DFB_OK ? result : takeInput().wait;
     };
     fakeEventBuffer.GetEvent = [](auto* iThis, auto* ioEvent) {
-        const DFBResult result = fake.call(nameOf(iThis), ".GetEvent");
-        if (result == DFB_OK) {
-            const Input input = fake.inputs.front();
-            fake.inputs.pop_front();
-            fake.now += input.after;
+        const DFBResult result = fake.call(iThis, ".GetEvent");
+        if (result != DFB_OK) {
+            return result;
+        }
+        const Input input = takeInput();
+        if (input.get == DFB_OK) {
             ioEvent->input.type = input.type;
             ioEvent->input.axis = input.axis;
             ioEvent->input.axisabs = input.value;
         }
-        return result;
+        return input.get;
     };
 }
 
@@ -155,16 +160,30 @@ void Fake::note(const std::string& iLine)
     }
 }
 
-DFBResult Fake::end(const std::string& iCall)
+std::string Fake::nameOf(const void* iInterface)
 {
-    note(iCall);
-    const bool fails = calls++ == failAt || (!failing.empty() && iCall.rfind(failing, 0) == 0);
-    return fails ? result : DFB_OK;
+    const std::pair<const void*, const char*> names[] = {{nullptr, ""},
+                                                         {&fakeDirectfb, "directfb"},
+                                                         {&provider, "provider"},
+                                                         {&fakeEventBuffer, "buffer"},
+                                                         {&fakeSurfaces[0], "primary"},
+                                                         {&fakeSurfaces[1], "normal"},
+                                                         {&fakeSurfaces[2], "pressed"}};
+    const auto isIt = [=](const auto& iName) { return iName.first == iInterface; };
+    return std::find_if(std::begin(names), std::end(names), isIt)->second;
 }
 
 std::vector<std::string> Fake::take()
 {
     return std::exchange(trace, {});
+}
+
+std::vector<std::string> Fake::lines(const std::string& iStart) const
+{
+    std::vector<std::string> found;
+    std::copy_if(trace.begin(), trace.end(), std::back_inserter(found),
+                 [&](const std::string& iLine) { return iLine.rfind(iStart, 0) == 0; });
+    return found;
 }
 
 TextFile::TextFile(const std::string& iText) : path("/tmp/pebbleton-test-XXXXXX")
@@ -183,13 +202,13 @@ extern "C" {
 
 DFBResult DirectFBInit(int* iCount, char*** iArguments)
 {
-    return fake.call("DirectFBInit ", iCount == nullptr && iArguments == nullptr ? "nothing" : "arguments");
+    return fake.call(nullptr, "DirectFBInit ", iCount == nullptr && iArguments == nullptr ? "nothing" : "arguments");
 }
 
 DFBResult DirectFBCreate(IDirectFB** ioDirectfb)
 {
     *ioDirectfb = &fakeDirectfb;
-    return fake.call("DirectFBCreate");
+    return fake.call(nullptr, "DirectFBCreate");
 }
 
 DFBResult DirectFBErrorFatal(const char* iText, DFBResult iResult)

@@ -27,7 +27,9 @@ struct Input
     DFBInputEventType type;
     DFBInputDeviceAxisIdentifier axis = DIAI_X;
     int value = 0;
-    std::int64_t after = 0; // nanoseconds that pass before it arrives
+    std::int64_t after = 0;  // nanoseconds that pass before it arrives
+    DFBResult wait = DFB_OK; // how the wait for it ends
+    DFBResult get = DFB_OK;  // and how taking it out of the buffer
 };
 
 // Stands in for DirectFB, the system log and the monotonic clock, whose functions it defines for the test
@@ -35,10 +37,8 @@ struct Input
 struct Fake
 {
     std::vector<std::string> trace;
-    std::string failing;            // the calls to DirectFB whose line starts so fail
-    int failAt = -1;                // this one fails, counted from 0
-    DFBResult result = DFB_FAILURE; // with this
-    bool withoutProvider = false;   // CreateImageProvider succeeds with nothing
+    int failAt = -1;              // the call to DirectFB that fails, counted from 0
+    bool withoutProvider = false; // CreateImageProvider succeeds with nothing
     DFBSurfacePixelFormat format = DSPF_RGB32;
     std::deque<Input> inputs;
     std::int64_t now = 0;
@@ -51,20 +51,22 @@ struct Fake
 
     void note(const std::string& iLine);
 
-    // Notes a call to DirectFB and tells how it ends.
+    // Notes a call to DirectFB, on this interface if any, and tells how it ends.
     template <typename... Parts>
-    DFBResult call(const Parts&... iParts)
+    DFBResult call(const void* iInterface, const Parts&... iParts)
     {
         std::ostringstream line;
+        line << nameOf(iInterface);
         (line << ... << iParts);
-        return end(line.str());
+        note(line.str());
+        return calls++ == failAt ? DFB_FAILURE : DFB_OK;
     }
 
-    // The trace since the last call of this function.
+    // The trace since the last call of this function; and those of its lines that start so.
     std::vector<std::string> take();
+    std::vector<std::string> lines(const std::string& iStart) const;
 
-private:
-    DFBResult end(const std::string& iCall);
+    static std::string nameOf(const void* iInterface);
 };
 
 extern Fake fake;

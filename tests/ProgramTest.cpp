@@ -1,6 +1,5 @@
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <map>
 
 #include "Fake.h"
@@ -12,9 +11,10 @@ int pebbletonMain(int argc, char* argv[]);
 
 using namespace PEBBLETON;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::ExitedWithCode;
 using testing::HasSubstr;
-using testing::IsEmpty;
+using testing::StartsWith;
 
 namespace
 {
@@ -32,6 +32,7 @@ std::string joined(const std::vector<std::string>& iLines)
 void run(std::vector<std::string> iArguments)
 {
     std::vector<char*> argv;
+    argv.reserve(iArguments.size());
     for (std::string& argument : iArguments) {
         argv.push_back(argument.data());
     }
@@ -41,27 +42,6 @@ void run(std::vector<std::string> iArguments)
     } catch (const Fatal& fatal) {
         std::exit(fatal.status);
     }
-}
-
-// Matches the trace of a program that a checked call, worded like iText, ended: its place in the source, then
-// DirectFB's report, and nothing more. Compilers number a call of two lines by the first or by the last.
-testing::Matcher<const std::string&> endsAt(const std::string& iBefore, const std::string& iText)
-{
-    const bool paints = iText.find("Surface.") != std::string::npos;
-    const std::string file = paints ? "src/DirectfbPainter.cpp" : "src/Viewer.cpp";
-    std::ifstream source(PEBBLETON_SOURCE_DIR "/" + file);
-    int number = 0;
-    for (std::string line; std::getline(source, line);) {
-        ++number;
-        if (line.find("DIRECTFB_CHECK(" + iText.substr(0, 70)) != std::string::npos) {
-            break;
-        }
-    }
-    const auto ending = [&](int iLine) {
-        return iBefore + "log 3 " + file + " <" + std::to_string(iLine) + ">:\n\t\nfatal " + iText + ' ' +
-               std::to_string(DFB_FAILURE) + '\n';
-    };
-    return testing::AnyOf(ending(number), ending(number + 1));
 }
 
 class ProgramTest : public FakeTest
@@ -79,11 +59,8 @@ protected:
     TextFile mTheme{"image { normal n.png\n pressed p.png }\n"
                     "button_long_press { button 9:0:0:0:0 }\nbutton_normal { button 3:1:2:3:4 }\n"};
 
-    const std::vector<std::string> mStart = {
-        "setlogmask 127",
-        "openlog pebbleton 11 8",
-        "log 6 Configuration file: " + mTheme.path,
-    };
+    const std::string mStart =
+        "setlogmask 127\nopenlog pebbleton 11 8\nlog 6 Configuration file: " + mTheme.path + '\n';
     // What a touch on the one push button does, from first to last.
     const std::vector<std::string> mDisplay =
         {"DirectFBInit nothing", "DirectFBCreate", "directfb.SetCooperativeLevel 1",
@@ -106,53 +83,51 @@ protected:
          "primary.Flip whole 5",
          // the end
          "primary.Release", "normal.Release", "pressed.Release", "buffer.Release", "directfb.Release"};
-    const std::vector<std::string> mEnd = {"log 6 Exit the Pebbleton application with : 3", "closelog"};
+    const std::string mEnd = "log 6 Exit the Pebbleton application with : 3\ncloselog\n";
 };
 
 TEST_F(ProgramTest, EndsWithTheCodeOfTheButton)
 {
-    EXPECT_EXIT(run({"pebbleton", "-c", mTheme.path}), ExitedWithCode(3),
-                joined(mStart) + joined(mDisplay) + joined(mEnd));
+    EXPECT_EXIT(run({"pebbleton", "-c", mTheme.path}), ExitedWithCode(3), mStart + joined(mDisplay) + mEnd);
 }
 
 TEST_F(ProgramTest, EndsOrGoesOnWhenACallFails)
 {
-    const std::pair<const char*, const char*> guarded[] = {
-        {"DirectFBInit", "DirectFBInit(nullptr, nullptr)"},
-        {"DirectFBCreate", "DirectFBCreate(&mDirectfb)"},
-        {"directfb.SetCooperativeLevel", "mDirectfb->SetCooperativeLevel(mDirectfb, DFSCL_FULLSCREEN)"},
-        {"directfb.CreateSurface flags 1", "mDirectfb->CreateSurface(mDirectfb, &sdsc, &mPrimarySurface)"},
-        {"directfb.CreateInputEventBuffer",
-         "mDirectfb->CreateInputEventBuffer(mDirectfb, DICAPS_ALL, DFB_FALSE, &mEventBuffer)"},
-        {"directfb.CreateImageProvider", "mDirectfb->CreateImageProvider(mDirectfb, iImage, &imageProvider)"},
-        {"directfb.CreateSurface flags 6", "mDirectfb->CreateSurface(mDirectfb, &sdsc, ioSurface)"},
-        {"primary.GetPixelFormat", "mPrimarySurface.GetPixelFormat(&mPrimarySurface, &pixelFormat)"},
-        {"pressed.Read", "mPressedSurface.Read(&mPressedSurface, &directfbRectangle, bitmapData.data(), "
-                         "bytesPerPixel * directfbRectangle.w)"},
-        {"normal.Read", "mNormalSurface.Read(&mNormalSurface, &directfbRectangle, bitmapData.data(), "
-                        "bytesPerPixel * directfbRectangle.w)"},
-        {"primary.Write", "mPrimarySurface.Write(&mPrimarySurface, &directfbRectangle, bitmapData.data(), "
-                          "bytesPerPixel * directfbRectangle.w)"},
-        {"primary.Flip", "mPrimarySurface.Flip(&mPrimarySurface, nullptr, DSFLIP_WAITFORSYNC)"},
-    };
-    const std::map<std::string, std::vector<std::string>> repeated = {
-        {"buffer.WaitForEvent",
-         {"log 3 Wait for event failed with " + std::to_string(DFB_FAILURE) + ". \n", "buffer.WaitForEvent"}},
-        {"buffer.GetEvent", {"buffer.WaitForEvent", "buffer.GetEvent"}},
-    };
-    fake.failAt = -1;
+    const std::string failure = std::to_string(DFB_FAILURE);
+    const std::string copied = ", &directfbRectangle, bitmapData.data(), bytesPerPixel * directfbRectangle.w)";
+    const std::pair<const char*, std::string> guarded[] =
+        {{"DirectFBInit", "DirectFBInit(nullptr, nullptr)"},
+         {"DirectFBCreate", "DirectFBCreate(&mDirectfb)"},
+         {"directfb.SetCooperativeLevel", "mDirectfb->SetCooperativeLevel(mDirectfb, DFSCL_FULLSCREEN)"},
+         {"directfb.CreateSurface flags 1", "mDirectfb->CreateSurface(mDirectfb, &sdsc, &mPrimarySurface)"},
+         {"directfb.CreateInputEventBuffer",
+          "mDirectfb->CreateInputEventBuffer(mDirectfb, DICAPS_ALL, DFB_FALSE, &mEventBuffer)"},
+         {"directfb.CreateImageProvider", "mDirectfb->CreateImageProvider(mDirectfb, iImage, &imageProvider)"},
+         {"directfb.CreateSurface flags 6", "mDirectfb->CreateSurface(mDirectfb, &sdsc, ioSurface)"},
+         {"primary.GetPixelFormat", "mPrimarySurface.GetPixelFormat(&mPrimarySurface, &pixelFormat)"},
+         {"pressed.Read", "mPressedSurface.Read(&mPressedSurface" + copied},
+         {"normal.Read", "mNormalSurface.Read(&mNormalSurface" + copied},
+         {"primary.Write", "mPrimarySurface.Write(&mPrimarySurface" + copied},
+         {"primary.Flip", "mPrimarySurface.Flip(&mPrimarySurface, nullptr, DSFLIP_WAITFORSYNC)"}};
+    const std::map<std::string, std::vector<std::string>> repeated =
+        {{"buffer.WaitForEvent", {"log 3 Wait for event failed with " + failure + ". \n", "buffer.WaitForEvent"}},
+         {"buffer.GetEvent", {"buffer.WaitForEvent", "buffer.GetEvent"}}};
     const auto skinShown = std::find(mDisplay.begin(), mDisplay.end(), "primary.Flip whole 5");
+    fake.failAt = -1;
     for (auto call = mDisplay.begin(); call != mDisplay.end(); ++call) {
         if (call->rfind("log ", 0) == 0) {
             continue;
         }
         ++fake.failAt;
         const auto isCall = [&call](const auto& iGuarded) { return call->rfind(iGuarded.first, 0) == 0; };
-        const auto fatal = std::find_if(std::begin(guarded), std::end(guarded), isCall);
+        const auto* fatal = std::find_if(std::begin(guarded), std::end(guarded), isCall);
         if (fatal != std::end(guarded) && call != skinShown) {
-            const std::string before = joined(mStart) + joined({mDisplay.begin(), call + 1});
+            const std::string file = fatal->second.rfind("mP", 0) == 0 || fatal->second.rfind("mN", 0) == 0
+                                         ? "src/DirectfbPainter.cpp <"
+                                         : "src/Viewer.cpp <";
             EXPECT_EXIT(run({"pebbleton", "-c", mTheme.path}), ExitedWithCode(DFB_FAILURE & 0xff),
-                        endsAt(before, fatal->second));
+                        AllOf(StartsWith(mStart + joined({mDisplay.begin(), call + 1}) + "log 3 " + file),
+                              EndsWith(">:\n\t\nfatal " + fatal->second + ' ' + failure + '\n')));
             continue;
         }
         std::vector<std::string> display = mDisplay;
@@ -163,60 +138,60 @@ TEST_F(ProgramTest, EndsOrGoesOnWhenACallFails)
         } else if (*call == "provider.GetSurfaceDescription") {
             *next = "directfb.CreateSurface flags 6 caps 0 0x0";
         }
-        EXPECT_EXIT(run({"pebbleton", "-c", mTheme.path}), ExitedWithCode(3),
-                    joined(mStart) + joined(display) + joined(mEnd));
+        EXPECT_EXIT(run({"pebbleton", "-c", mTheme.path}), ExitedWithCode(3), mStart + joined(display) + mEnd);
     }
     EXPECT_EQ(44, fake.failAt);
 }
 
 TEST_F(ProgramTest, EndsInOrder)
 {
-    const auto start = [](const std::string& iLog) { return "setlogmask 127\nopenlog pebbleton 11 8\n" + iLog; };
+    const std::string start = "setlogmask 127\nopenlog pebbleton 11 8\n";
     const std::string failed = "log 6 Exit the Pebbleton application with : -1\ncloselog\n";
-    const std::string closed = "primary.Release\nbuffer.Release\ndirectfb.Release\n";
-    EXPECT_EXIT(run({"pebbleton", "-h"}), ExitedWithCode(255), start(failed));
+    EXPECT_EXIT(run({"pebbleton", "-h"}), ExitedWithCode(255), start + failed);
     EXPECT_EXIT(run({"pebbleton", "--foo"}), ExitedWithCode(255),
-                AllOf(testing::StartsWith(start("log 6 ")), testing::EndsWith("\n\n" + failed),
-                      testing::Not(HasSubstr("DirectFB"))));
+                AllOf(StartsWith(start + "log 6 "), EndsWith("\n\n" + failed), Not(HasSubstr("DirectFB"))));
     EXPECT_EXIT(run({"pebbleton", "-c", ""}), ExitedWithCode(255),
-                testing::EndsWith("log 3 No skin file\n\nlog 3 Initialize the pebbleton instance failed. \n\n" +
-                                  closed + failed));
+                EndsWith("log 3 No skin file\n\nlog 3 Initialize the pebbleton instance failed. \n\n"
+                         "primary.Release\nbuffer.Release\ndirectfb.Release\n" +
+                         failed));
     const TextFile theme("image { normal n\n pressed p }\nbutton_normal { button 258:1:2:3:4 }");
     EXPECT_EXIT(run({"pebbleton", "-c", theme.path}), ExitedWithCode(2),
-                testing::EndsWith("directfb.Release\nlog 6 Exit the Pebbleton application with : 258\ncloselog\n"));
+                EndsWith("directfb.Release\nlog 6 Exit the Pebbleton application with : 258\ncloselog\n"));
 }
 
 TEST_F(ProgramTest, FindsTheTheme)
 {
     const std::string standard = "/usr/lib/quillfen/theme/main_menu.conf";
+    const std::string help = "Allowed options:\n"
+                             "  -h [ --help ]                         Print help message\n"
+                             "  -c [ --configuration ] arg (=/usr/lib/quillfen/theme/main_menu.conf)\n"
+                             "                                        Quillfen configuration file.\n\n";
     const struct
     {
         std::vector<const char*> arguments;
-        const char* variable;
-        const char* value;
-        std::string path; // "-": rejected with a message that holds `says`, or silent when that is empty
-        std::string says;
-    } cases[] = {
-        {{}, "PEBBLETON_", "/b", standard, ""},
-        {{"menu"}, "pebbleton_configuration", "/b", standard, ""},
-        {{"-c", "/%s"}, "PEBBLETON_CONFIGURATION", "/b", "/%s", ""},
-        {{"-c/a"}, "PEBBLETON_HELP", "1", "/a", ""},
-        {{"--configuration", "/a"}, "OTHER", "", "/a", ""},
-        {{"--configuration=/a"}, "OTHER", "", "/a", ""},
-        {{"--conf", "/a"}, "OTHER", "", "/a", ""},
-        {{}, "PEBBLETON_CONFIGURATION", "/b", "/b", ""},
-        {{}, "PEBBLETON_Configuration", "/b", "/b", ""},
-        {{}, "PEBBLETON_CONFIGURATION", "", "", ""},
-        {{}, "PEBBLETON_THEME", "x", "-", "unrecognised option"},
-        {{}, "PEBBLETON_C", "x", "-", "unrecognised option"},
-        {{"-h"}, "PEBBLETON_THEME", "x", "-", ""},
-        {{"--help", "-c", "/a"}, "OTHER", "", "-", ""},
-        {{"--help", "--%s%n"}, "OTHER", "", "-", "unrecognised option '--%s%n'"},
-        {{"--help=x"}, "OTHER", "", "-", "option '--help' does not take any arguments"},
-        {{"-c"}, "OTHER", "", "-", "the required argument for option '--configuration' is missing"},
-        {{"-c", "/a", "-c", "/b"}, "OTHER", "", "-", "option '--configuration' cannot be specified more than once"},
-        {{"--CONF", "/a"}, "OTHER", "", "-", "unrecognised option '--CONF'"},
-    };
+        std::string path; // "-": none
+        std::string says; // besides the path: what is printed, or else part of what is logged
+        const char* variable = "OTHER";
+        const char* value = "";
+    } cases[] = {{{}, standard, "", "PEBBLETON_", "/b"},
+                 {{"menu"}, standard, "", "pebbleton_configuration", "/b"},
+                 {{"-c", "/%s"}, "/%s", "", "PEBBLETON_CONFIGURATION", "/b"},
+                 {{"-c/a"}, "/a", "", "PEBBLETON_HELP", "1"},
+                 {{"--configuration", "/a"}, "/a", ""},
+                 {{"--configuration=/a"}, "/a", ""},
+                 {{"--conf", "/a"}, "/a", ""},
+                 {{}, "/b", "", "PEBBLETON_CONFIGURATION", "/b"},
+                 {{}, "/b", "", "PEBBLETON_Configuration", "/b"},
+                 {{}, "", "", "PEBBLETON_CONFIGURATION"},
+                 {{}, "-", "unrecognised option", "PEBBLETON_THEME"},
+                 {{}, "-", "unrecognised option", "PEBBLETON_C"},
+                 {{"-h"}, "-", help, "PEBBLETON_THEME"},
+                 {{"--help", "-c", "/a"}, "-", help},
+                 {{"--help", "--%s%n"}, "-", "unrecognised option '--%s%n'"},
+                 {{"--help=x"}, "-", "option '--help' does not take any arguments"},
+                 {{"-c"}, "-", "the required argument for option '--configuration' is missing"},
+                 {{"-c", "/a", "-c", "/b"}, "-", "option '--configuration' cannot be specified more than once"},
+                 {{"--CONF", "/a"}, "-", "unrecognised option '--CONF'"}};
     for (const auto& c : cases) {
         std::vector<const char*> argv = {"--pebbleton"};
         argv.insert(argv.end(), c.arguments.begin(), c.arguments.end());
@@ -224,25 +199,17 @@ TEST_F(ProgramTest, FindsTheTheme)
         setenv(c.variable, c.value, 1);
         testing::internal::CaptureStdout();
         EXPECT_EQ(c.path != "-", ParseOptions(static_cast<int>(argv.size()), argv.data(), path)) << c.says;
-        const std::string output = testing::internal::GetCapturedStdout();
         unsetenv(c.variable);
         EXPECT_EQ(c.path, path);
+        EXPECT_EQ(c.says == help ? help : "", testing::internal::GetCapturedStdout());
         if (c.path != "-") {
             EXPECT_THAT(fake.take(), ElementsAre("log 6 Configuration file: " + c.path));
-        } else if (c.says.empty()) {
-            EXPECT_EQ("Allowed options:\n"
-                      "  -h [ --help ]                         Print help message\n"
-                      "  -c [ --configuration ] arg (=" +
-                          standard +
-                          ")\n"
-                          "                                        Quillfen configuration file.\n\n",
-                      output);
-            EXPECT_THAT(fake.take(), IsEmpty());
+        } else if (c.says == help) {
+            EXPECT_THAT(fake.take(), testing::IsEmpty());
         } else {
-            EXPECT_THAT(fake.take(), ElementsAre(AllOf(testing::StartsWith("log 6 "),
-                                                       HasSubstr("std::exception::what: " + c.says))));
+            const std::string what = "std::exception::what: " + c.says;
+            EXPECT_THAT(fake.take(), ElementsAre(AllOf(StartsWith("log 6 "), HasSubstr(what))));
         }
-        EXPECT_EQ(c.path == "-" && c.says.empty(), !output.empty());
     }
 }
 
@@ -252,6 +219,9 @@ TEST_F(ProgramTest, Logs)
     SetLogLevel(14);
     Log(LOG_DEBUG, "%s of %d \n", "text", 5);
     EXPECT_THAT(fake.take(), ElementsAre("setlogmask 1", "setlogmask 127", "log 7 text of 5 \n"));
+    fake.failAt = 0;
+    EXPECT_THROW(DIRECTFB_CHECK(fake.call(nullptr, "call")), Fatal);
+    EXPECT_EQ("log 3 tests/ProgramTest.cpp <" + std::to_string(__LINE__ - 1) + ">:\n\t", fake.take().at(1));
 }
 
 } // namespace

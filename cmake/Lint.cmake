@@ -1,0 +1,31 @@
+# clang-tidy and cppcheck, as part of the build so that an unchanged file is not read again.
+find_program(CLANG_TIDY clang-tidy REQUIRED)
+find_program(CPPCHECK cppcheck REQUIRED)
+
+file(GLOB lintHeaders CONFIGURE_DEPENDS include/*.h src/*.h tests/*.h)
+file(GLOB lintSources CONFIGURE_DEPENDS src/*.cpp tests/*.cpp)
+foreach(source IN LISTS lintSources)
+    string(MAKE_C_IDENTIFIER ${source} stamp)
+    set(stamp ${CMAKE_CURRENT_BINARY_DIR}/lint/${stamp})
+    add_custom_command(OUTPUT ${stamp}
+        COMMAND ${CLANG_TIDY} --quiet -p ${CMAKE_CURRENT_BINARY_DIR} ${source}
+        COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
+        DEPENDS ${source} ${lintHeaders} ${CMAKE_CURRENT_SOURCE_DIR}/.clang-tidy
+        COMMENT "clang-tidy ${source}" VERBATIM)
+    list(APPEND lintStamps ${stamp})
+endforeach()
+
+# What cppcheck is told not to say:
+#   missingIncludeSystem                it is not shown the system's headers
+#   unusedFunction (not enabled)        a widget's interface is used through virtual calls
+set(stamp ${CMAKE_CURRENT_BINARY_DIR}/lint/cppcheck)
+add_custom_command(OUTPUT ${stamp}
+    COMMAND ${CPPCHECK} --quiet --std=c++17 --language=c++ --enable=warning,style,performance,portability
+        --inline-suppr --error-exitcode=1 -I include -I src --suppress=missingIncludeSystem src include
+    COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
+    DEPENDS ${lintSources} ${lintHeaders}
+    WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}
+    COMMENT "cppcheck" VERBATIM)
+
+file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/lint)
+add_custom_target(lint ALL DEPENDS ${lintStamps} ${stamp})
