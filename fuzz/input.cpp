@@ -38,7 +38,7 @@ struct Model
     std::uint64_t y = 0;
     std::vector<std::string> drawn;
 
-    std::string theme() const
+    std::string Theme() const
     {
         std::ostringstream text;
         text << "image { normal n\n pressed p }\nbutton_long_press { button 8:0:0:1:1\n button 9:0:0:1:1 }\n"
@@ -51,12 +51,12 @@ struct Model
         return text.str();
     }
 
-    static bool covers(std::uint64_t iStart, std::uint64_t iLength, std::uint64_t iPosition)
+    static bool Covers(std::uint64_t iStart, std::uint64_t iLength, std::uint64_t iPosition)
     {
         return iStart + iLength < wrap && iPosition >= iStart && iPosition - iStart <= iLength;
     }
 
-    void hold(PushButton& ioButton, bool iHeld)
+    void Hold(PushButton& ioButton, bool iHeld)
     {
         const bool visible = ioButton.width != 0 && ioButton.height != 0 && ioButton.width < wrap / 2;
         if (visible && ioButton.held != iHeld) {
@@ -69,7 +69,7 @@ struct Model
     }
 
     // The code that an input fires, or 0.
-    int handle(const Input& iInput)
+    int Handle(const Input& iInput)
     {
         const bool arrived = iInput.wait == DFB_OK && iInput.get == DFB_OK;
         const bool down = arrived && iInput.type == DIET_BUTTONPRESS;
@@ -86,9 +86,9 @@ struct Model
             }
         }
         for (PushButton& button : pushButtons) {
-            const bool inside = covers(button.left, button.width, x) && covers(button.top, button.height, y);
+            const bool inside = Covers(button.left, button.width, x) && Covers(button.top, button.height, y);
             const bool fires = inside && up && button.held;
-            hold(button, inside && !up && (down || button.held));
+            Hold(button, inside && !up && (down || button.held));
             if (fires) {
                 return button.code;
             }
@@ -125,7 +125,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* iData, std::size_t iSi
 {
     fake = Fake();
     Model model;
-    const TextFile file(model.theme());
+    const TextFile file(model.Theme());
     PEBBLETON::ApplicationC application(file.path.c_str());
     if (!application.Init()) {
         std::abort();
@@ -135,7 +135,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* iData, std::size_t iSi
         fake.inputs = {decode(data)};
         const Input input = fake.inputs.front();
         const int code = fire(application);
-        const int expected = model.handle(input);
+        const int expected = model.Handle(input);
         const std::vector<std::string> drawn = fake.lines("primary.Write ");
         if (code != expected || drawn != model.drawn) {
             std::cerr << "The menu fired " << code << " and drew " << testing::PrintToString(drawn) << "\ninstead of "

@@ -225,6 +225,7 @@ void vsyslog(int iPriority, const char* iFormat, va_list iArguments)
     fake.note("log " + std::to_string(iPriority) + ' ' + text);
 }
 
+// NOLINTNEXTLINE(readability-identifier-naming): what fortified programs call
 void __vsyslog_chk(int iPriority, int, const char* iFormat, va_list iArguments)
 {
     vsyslog(iPriority, iFormat, iArguments);
