@@ -25,16 +25,18 @@ DFBRectangle toDirectfb(const Rectangle& iRectangle)
 
 // The bytes that a copy of the rectangle takes, or 0 when it is not to be copied.
 //
-// DirectFB knows neither negative positions in a copy nor the length of the buffer: a field of 2^31
-// or more (negative by now) or a pitch or size beyond DirectFB's signed 32-bit numbers could make it
-// write outside the buffer. An empty buffer it would refuse, and that would end the program. In both
-// cases a theme's odd rectangle had better cost its picture alone: the button is still there to be
-// touched. Nothing is logged, since a repaint would repeat it at every touch.
+// DirectFB counts in signed 32-bit numbers and does not check them: a field of 2^31 or more (negative by now) or a far
+// edge, pitch or size beyond them makes it crash or write outside the buffer. An empty buffer it would refuse, and that
+// would end the program. In both cases a theme's odd rectangle had better cost its picture alone: the button is still
+// there to be touched. Nothing is logged, since a repaint would repeat it at every touch.
 std::size_t copySize(const DFBRectangle& iRectangle, int iBytesPerPixel)
 {
     constexpr std::int64_t limit = std::numeric_limits<std::int32_t>::max();
+    const std::int64_t right = std::int64_t{iRectangle.x} + iRectangle.w;
+    const std::int64_t bottom = std::int64_t{iRectangle.y} + iRectangle.h;
     const std::int64_t pitch = std::int64_t{iBytesPerPixel} * iRectangle.w;
-    if (iRectangle.x < 0 || iRectangle.y < 0 || iRectangle.w < 0 || iRectangle.h < 0 || pitch > limit) {
+    if (iRectangle.x < 0 || iRectangle.y < 0 || iRectangle.w < 0 || iRectangle.h < 0 || right > limit ||
+        bottom > limit || pitch > limit) {
         return 0;
     }
     const std::int64_t size = pitch * iRectangle.h;
@@ -56,7 +58,7 @@ void DirectfbPainterC::Paint(const IWidget& iWidget)
     DIRECTFB_CHECK(mPrimarySurface.GetPixelFormat(&mPrimarySurface, &pixelFormat));
     const int bytesPerPixel = static_cast<int>(DFB_BYTES_PER_PIXEL(pixelFormat));
 
-    // Zeroed, so that what a smaller skin does not cover comes out black.
+    // Zeroed, so that what DirectFB leaves unread comes out black.
     std::vector<std::uint8_t> bitmapData(copySize(directfbRectangle, bytesPerPixel));
     if (bitmapData.empty()) {
         return;

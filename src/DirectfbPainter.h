@@ -12,9 +12,8 @@ namespace PEBBLETON
 // surface and waits for the flip at the vertical retrace. The bytes travel unchanged: all three
 // surfaces must have the primary surface's pixel format.
 //
-// What DirectFB refuses ends the process (DIRECTFB_CHECK). A rectangle that only partly leaves a
-// surface is DirectFB's to clip. An empty rectangle, and one too large to be copied, is left
-// undrawn in silence.
+// What DirectFB refuses ends the process (DIRECTFB_CHECK), as DirectFB 1.7.7 does with a rectangle that is not wholly
+// inside a surface. An empty rectangle, and one too large to be copied safely, is left undrawn in silence.
 class DirectfbPainterC : public IPainter
 {
 public:

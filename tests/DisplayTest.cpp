@@ -24,7 +24,9 @@ TEST_F(DisplayTest, CopiesOnlyWhatFitsABuffer)
         {DSPF_RGB32, {5, 6, 100, 50}, "5,6 100x50 pitch 400"},
         {DSPF_RGB16, {5, 6, 100, 50}, "5,6 100x50 pitch 200"},
         {DSPF_RGB24, {5, 6, 100, 50}, "5,6 100x50 pitch 300"},
-        {DSPF_LUT8, {half - 1, half - 1, 1, 1}, "2147483647,2147483647 1x1 pitch 1"},
+        {DSPF_LUT8, {half - 2, half - 2, 1, 1}, "2147483646,2147483646 1x1 pitch 1"},
+        {DSPF_LUT8, {half - 1, 0, 1, 1}, ""}, // the far edge is 2^31
+        {DSPF_LUT8, {0, half - 1, 1, 1}, ""},
         {DSPF_RGB32, {790, 0, 100, 1}, "790,0 100x1 pitch 400"}, // the rest of it is off the screen
         {DSPF_RGB32, {5, 6, 0, 50}, ""},
         {DSPF_RGB32, {5, 6, 50, 0}, ""},
