@@ -8,6 +8,7 @@ displayPackages=(imagemagick x11-utils xdotool xvfb)
 
 scratch=$(mktemp -d)
 trap 'stop_children; rm -rf "$scratch"' EXIT
+trap 'exit 129' HUP
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
@@ -36,9 +37,12 @@ need_packages() {
     say "Installing" $missing
     command -v apt-get >/dev/null || fail "no apt-get here; install what corresponds to:" $missing
     local asRoot=(env DEBIAN_FRONTEND=noninteractive)
-    [ "$(id -u)" -eq 0 ] || asRoot=(sudo "${asRoot[@]}")
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || fail "neither root nor sudo, so that these must be installed first:" $missing
+        asRoot=(sudo "${asRoot[@]}")
+    fi
     "${asRoot[@]}" apt-get -qq update || fail "the package lists cannot be updated"
-    "${asRoot[@]}" apt-get -qq install -y --no-install-recommends $missing >"$scratch/install.log" ||
+    "${asRoot[@]}" apt-get -qq install -y --no-install-recommends $missing >"$scratch/install.log" 2>&1 ||
         { cat "$scratch/install.log" >&2; fail "the packages cannot be installed"; }
 }
 
@@ -49,21 +53,29 @@ build() {
     cmake --build --preset "$1" || fail "the build failed"
 }
 
-# start_display WIDTHxHEIGHT: an X server of our own on a free display number. DirectFB does not open on one with GLX.
+# start_display WIDTHxHEIGHT [SERVER]: an X server of our own on a free display number, Xvfb or another. DirectFB does not
+# open on one with GLX, and one that resets when its last client goes may do so while DirectFB comes.
 start_display() {
-    Xvfb -displayfd 3 -screen 0 "${1}x24" -extension GLX -nolisten tcp \
-        3>"$scratch/display" 2>"$scratch/display.log" &
-    until_true "the X server does not start: $(cat "$scratch/display.log")" test -s "$scratch/display"
+    local server=(Xvfb -screen 0 "${1}x24" -noreset)
+    [ $# -eq 1 ] || server=("$2" -screen "$1" -title Pebbleton)
+    "${server[@]}" -displayfd 3 -extension GLX -nolisten tcp 3>"$scratch/display" 2>"$scratch/display.log" &
+    until_true test -s "$scratch/display" || { cat "$scratch/display.log" >&2; fail "the X server does not start"; }
     DISPLAY=:$(cat "$scratch/display")
     export DISPLAY
 }
 
-# until_true COMPLAINT COMMAND...: waits for the command to succeed, for ten seconds at the most.
+# start_menu PROGRAM WIDTHxHEIGHT THEME: the menu in a window of that size, in the background. What DirectFB says goes to
+# $scratch/menu.log, and what it may drop beside itself when it is killed, to $scratch.
+start_menu() {
+    (cd "$scratch" && DFBARGS=system=x11,mode=$2,quiet,no-cursor exec "$1" -c "$3" 2>menu.log) &
+    menu=$!
+}
+
+# until_true COMMAND...: waits for the command to succeed, for ten seconds at the most.
 until_true() {
-    local complaint=$1 tries=0
-    shift
+    local tries=0
     until "$@"; do
-        [ $((tries += 1)) -le 200 ] || fail "$complaint"
+        [ $((tries += 1)) -le 200 ] || return 1
         sleep 0.05
     done
 }
