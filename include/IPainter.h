@@ -12,7 +12,8 @@ class IPainter
 public:
     virtual ~IPainter() = default;
 
-    // Shows the widget's rectangle in the state that IsPressed reports, before it returns.
+    // Shows the widget's rectangle in the state that IsPressed reports, as far as it can be drawn,
+    // before it returns.
     virtual void Paint(const IWidget& iWidget) = 0;
 };
 

@@ -18,15 +18,6 @@ namespace
 constexpr const char* longPressSection = "button_long_press";
 constexpr const char* pushSection = "button_normal";
 
-// Passes on whether a step was done, and logs the step's own message when it was not.
-bool done(bool iResult, const char* iFailure)
-{
-    if (!iResult) {
-        Log(LOG_ERR, "%s", iFailure);
-    }
-    return iResult;
-}
-
 } // namespace
 
 bool ReadButtonEntry(const std::string& iEntry, std::uint32_t& ioCode, Rectangle& ioRectangle)
@@ -49,15 +40,16 @@ ApplicationC::~ApplicationC()
 bool ApplicationC::Init()
 {
     const std::string configPath(mConfigPath);
+    if (configPath.empty()) {
+        Log(LOG_ERR, "No skin file\n");
+        return false;
+    }
     ConfigHelperC config(configPath.c_str());
-    std::string normalImage;
-    std::string pressedImage;
-    return done(!configPath.empty(), "No skin file\n") && done(config.Init(), "Failed to initialize ConfigHelper\n") &&
-           done(config.GetValue("image.normal", normalImage), "Failed to get normal image\n") &&
-           done(config.GetValue("image.pressed", pressedImage), "Failed to get pressed image\n") &&
-           done(mViewer.Init(normalImage.c_str(), pressedImage.c_str()), "Failed to initialize Viewer\n") &&
-           done(CreateWidgets(config, longPressSection), "Failed to create widget\n") &&
-           done(CreateWidgets(config, pushSection), "Failed to Create widget\n");
+    if (!config.Init()) {
+        Log(LOG_ERR, "Failed to initialize ConfigHelper\n");
+        return false;
+    }
+    return ShowSkin(config) && CreateAllWidgets(config);
 }
 
 std::uint32_t ApplicationC::Run()
@@ -73,6 +65,38 @@ std::uint32_t ApplicationC::Run()
             }
         }
     }
+}
+
+bool ApplicationC::ShowSkin(const ConfigHelperC& iConfig)
+{
+    std::string normalImage;
+    if (!iConfig.GetValue("image.normal", normalImage)) {
+        Log(LOG_ERR, "Failed to get normal image\n");
+        return false;
+    }
+    std::string pressedImage;
+    if (!iConfig.GetValue("image.pressed", pressedImage)) {
+        Log(LOG_ERR, "Failed to get pressed image\n");
+        return false;
+    }
+    if (!mViewer.Init(normalImage.c_str(), pressedImage.c_str())) {
+        Log(LOG_ERR, "Failed to initialize Viewer\n");
+        return false;
+    }
+    return true;
+}
+
+bool ApplicationC::CreateAllWidgets(const ConfigHelperC& iConfig)
+{
+    if (!CreateWidgets(iConfig, longPressSection)) {
+        Log(LOG_ERR, "Failed to create widget\n");
+        return false;
+    }
+    if (!CreateWidgets(iConfig, pushSection)) {
+        Log(LOG_ERR, "Failed to Create widget\n");
+        return false;
+    }
+    return true;
 }
 
 bool ApplicationC::CreateWidgets(const ConfigHelperC& iConfig, const char* iSection)

@@ -43,6 +43,8 @@ public:
     std::uint32_t Run();
 
 private:
+    bool ShowSkin(const ConfigHelperC& iConfig);
+    bool CreateAllWidgets(const ConfigHelperC& iConfig);
     bool CreateWidgets(const ConfigHelperC& iConfig, const char* iSection);
     IWidget* CreateWidget(const char* iSection, std::uint32_t iCode, const Rectangle& iRectangle);
 

@@ -60,7 +60,7 @@ bool Viewer::Init(const char* iNormalImage, const char* iPressedImage)
         LoadImage(iNormalImage, &mNormalSurface);
         LoadImage(iPressedImage, &mPressedSurface);
         if (mNormalSurface == nullptr || mPressedSurface == nullptr) {
-            return false; // success without a provider: nothing to show, nothing to paint from
+            return false;
         }
         ShowNormalImage();
         mEventWaiter = new DirectfbEventWaiterC(mEventBuffer);
@@ -93,6 +93,9 @@ void Viewer::WaitEvent(InputEvent& ioEvent)
 
 void Viewer::LoadImage(const char* iImage, IDirectFBSurface** ioSurface)
 {
+    if (*ioSurface != nullptr) {
+        return;
+    }
     IDirectFBImageProvider* imageProvider = nullptr;
     DIRECTFB_CHECK(mDirectfb->CreateImageProvider(mDirectfb, iImage, &imageProvider));
     if (imageProvider == nullptr) {

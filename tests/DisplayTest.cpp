@@ -127,13 +127,4 @@ TEST_F(DisplayTest, ViewerIsUsableOnlyAfterInit)
     EXPECT_THAT(fake.take(), ElementsAre("buffer.Reset"));
 }
 
-TEST_F(DisplayTest, ViewerWithoutSkinIsNotReady)
-{
-    fake.withoutProvider = true;
-    Viewer viewer;
-    fake.take();
-    EXPECT_FALSE(viewer.Init("n", "p"));
-    EXPECT_THAT(fake.take(), ElementsAre("directfb.CreateImageProvider n", "directfb.CreateImageProvider p"));
-}
-
 } // namespace

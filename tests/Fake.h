@@ -37,8 +37,8 @@ struct Input
 struct Fake
 {
     std::vector<std::string> trace;
-    int failAt = -1;              // the call to DirectFB that fails, counted from 0
-    bool withoutProvider = false; // CreateImageProvider succeeds with nothing
+    int failAt = -1;   // the call to DirectFB that fails, counted from 0
+    int providers = 2; // so many calls to CreateImageProvider hand one out
     DFBSurfacePixelFormat format = DSPF_RGB32;
     std::deque<Input> inputs;
     std::int64_t now = 0;

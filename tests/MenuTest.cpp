@@ -106,6 +106,18 @@ TEST_F(MenuTest, SaysWhatIsWrongWithATheme)
     EXPECT_THAT(fake.lines("log "), ElementsAre(HasSubstr("/nowhere/%s: cannot open file for reading"), notRead));
 }
 
+TEST_F(MenuTest, NeedsBothSkins)
+{
+    const TextFile file(images);
+    for (const int providers : {0, 1}) {
+        fake = Fake();
+        fake.providers = providers;
+        EXPECT_FALSE(ApplicationC(file.path.c_str()).Init());
+        EXPECT_THAT(fake.lines("log "), ElementsAre("log 3 Failed to initialize Viewer\n"));
+        EXPECT_THAT(fake.lines("primary."), ElementsAre("primary.Release"));
+    }
+}
+
 // The long-press buttons come last in the file and first in the menu.
 TEST_F(MenuTest, FirstListedWins)
 {
