@@ -13,8 +13,7 @@
 namespace
 {
 
-struct Button
-{
+struct Button {
     int code;
     int x;
     int y;

@@ -8,8 +8,7 @@
 // A program that is run to be measured.
 
 // What it took.
-struct Usage
-{
+struct Usage {
     double cpu;  // milliseconds, user and system
     double peak; // KiB resident
     int status;  // as waitpid tells it

@@ -21,15 +21,13 @@ namespace
 {
 
 // One figure of the two programs, run by run.
-struct Series
-{
+struct Series {
     const char* name;
     std::vector<double> values[2];
 };
 
 // What is measured, and the exit status that all runs had in common.
-struct Comparison
-{
+struct Comparison {
     Series wall = {"wall_ms", {}};
     Series cpu = {"cpu_ms", {}};
     Series peak = {"peak_kib", {}};

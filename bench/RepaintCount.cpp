@@ -10,8 +10,7 @@ namespace
 
 using PEBBLETON::RepaintC;
 
-struct Way
-{
+struct Way {
     const char* name;
     void (RepaintC::*repaint)();
 };

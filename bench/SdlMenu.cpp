@@ -6,8 +6,7 @@
 namespace
 {
 
-struct Button
-{
+struct Button {
     int code;
     SDL_Rect area;
 };

@@ -31,8 +31,7 @@ constexpr auto stillness = std::chrono::milliseconds(700);
 constexpr auto patience = std::chrono::seconds(20);
 
 // The figures, run by run.
-struct Series
-{
+struct Series {
     std::vector<double> standing; // milliseconds
     std::vector<double> cpu;      // milliseconds
     std::vector<double> peak;     // KiB

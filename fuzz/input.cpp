@@ -14,42 +14,39 @@ namespace
 
 constexpr std::uint64_t wrap = 0x100000000;
 
-struct PushButton
-{
+struct PushButton {
     int code;
     std::uint64_t left, top, width, height;
     bool held = false;
 };
 
-struct LongPress
-{
+struct LongPress {
     int code;
     bool held = false;
     std::int64_t since = 0;
 };
 
-// The buttons overlap, share edges, are a mere point, and reach up to and beyond the last position there is.
-struct Model
-{
+constexpr const char* theme = R"(
+    image { normal n
+            pressed p }
+    button_long_press { button 8:0:0:1:1
+                        button 9:0:0:1:1 }
+    button_normal { button 1:10:10:20:20
+                    button 2:30:30:10:10
+                    button 3:15:15:5:5
+                    button 4:50:10:0:0
+                    button 5:0:0:10:10
+                    button 6:40:0:4294967256:100 })";
+
+// The same menu. The buttons overlap, share edges, are a mere point, and reach up to and beyond the last position there
+// is.
+struct Model {
     LongPress longPresses[2] = {{8}, {9}};
     PushButton pushButtons[6] = {{1, 10, 10, 20, 20}, {2, 30, 30, 10, 10}, {3, 15, 15, 5, 5},
                                  {4, 50, 10, 0, 0},   {5, 0, 0, 10, 10},   {6, 40, 0, wrap - 40, 100}};
     std::uint64_t x = 0;
     std::uint64_t y = 0;
     std::vector<std::string> drawn;
-
-    std::string Theme() const
-    {
-        std::ostringstream text;
-        text << "image { normal n\n pressed p }\nbutton_long_press { button 8:0:0:1:1\n button 9:0:0:1:1 }\n"
-             << "button_normal {\n";
-        for (const PushButton& button : pushButtons) {
-            text << "button " << button.code << ':' << button.left << ':' << button.top << ':' << button.width << ':'
-                 << button.height << '\n';
-        }
-        text << "}\n";
-        return text.str();
-    }
 
     static bool Covers(std::uint64_t iStart, std::uint64_t iLength, std::uint64_t iPosition)
     {
@@ -125,7 +122,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* iData, std::size_t iSi
 {
     fake = Fake();
     Model model;
-    const TextFile file(model.Theme());
+    const TextFile file(theme);
     PEBBLETON::ApplicationC application(file.path.c_str());
     if (!application.Init()) {
         std::abort();

@@ -8,8 +8,7 @@ namespace PEBBLETON
 
 // A widget's area in screen pixels. It addresses the screen and both skin images alike, since the
 // skins are drawn in screen coordinates.
-struct Rectangle
-{
+struct Rectangle {
     std::uint32_t x;
     std::uint32_t y;
     std::uint32_t width;

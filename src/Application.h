@@ -14,9 +14,9 @@ namespace PEBBLETON
 
 class ConfigHelperC;
 
-// Reads one button entry, "code:x:y:width:height" in decimal numbers. White space may stand before a number, and anything
-// after the last one; signs and numbers beyond 32 bits are what the C library makes of them. False: fewer than five
-// numbers; what was read of them may already stand in the outputs.
+// Reads one button entry, "code:x:y:width:height" in decimal numbers. White space may stand before a number, and
+// anything after the last one; signs and numbers beyond 32 bits are what the C library makes of them. False: fewer than
+// five numbers; what was read of them may already stand in the outputs.
 bool ReadButtonEntry(const std::string& iEntry, std::uint32_t& ioCode, Rectangle& ioRectangle);
 
 // The menu: one display and the widgets on it.

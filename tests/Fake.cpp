@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
-#include <fstream>
 #include <iterator>
 #include <utility>
 
@@ -162,15 +161,10 @@ void Fake::note(const std::string& iLine)
 
 std::string Fake::nameOf(const void* iInterface)
 {
-    const std::pair<const void*, const char*> names[] = {{nullptr, ""},
-                                                         {&fakeDirectfb, "directfb"},
-                                                         {&provider, "provider"},
-                                                         {&fakeEventBuffer, "buffer"},
-                                                         {&fakeSurfaces[0], "primary"},
-                                                         {&fakeSurfaces[1], "normal"},
-                                                         {&fakeSurfaces[2], "pressed"}};
-    const auto isIt = [=](const auto& iName) { return iName.first == iInterface; };
-    return std::find_if(std::begin(names), std::end(names), isIt)->second;
+    const void* const interfaces[] = {nullptr,          &fakeDirectfb,    &provider,       &fakeEventBuffer,
+                                      &fakeSurfaces[0], &fakeSurfaces[1], &fakeSurfaces[2]};
+    const char* const names[] = {"", "directfb", "provider", "buffer", "primary", "normal", "pressed"};
+    return names[std::find(std::begin(interfaces), std::end(interfaces), iInterface) - std::begin(interfaces)];
 }
 
 std::vector<std::string> Fake::take()
@@ -184,17 +178,6 @@ std::vector<std::string> Fake::lines(const std::string& iStart) const
     std::copy_if(trace.begin(), trace.end(), std::back_inserter(found),
                  [&](const std::string& iLine) { return iLine.rfind(iStart, 0) == 0; });
     return found;
-}
-
-TextFile::TextFile(const std::string& iText) : path("/tmp/pebbleton-test-XXXXXX")
-{
-    close(mkstemp(path.data()));
-    std::ofstream(path) << iText;
-}
-
-TextFile::~TextFile()
-{
-    std::remove(path.c_str());
 }
 
 // From here on the functions that the program calls instead of the libraries' own.

@@ -2,28 +2,30 @@
 #define PEBBLETON_TESTS_FAKE_H
 
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <deque>
+#include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 #include <directfb.h>
 #include <gmock/gmock.h>
 
 // What a test throws out of a wait when the inputs it prepared are used up.
-struct OutOfInput
-{
+struct OutOfInput {
 };
 
 // What DirectFBErrorFatal does instead of ending the process.
-struct Fatal
-{
+struct Fatal {
     int status;
 };
 
 // One input as DirectFB delivers it; `value` is the position of an axis motion.
-struct Input
-{
+struct Input {
     DFBInputEventType type;
     DFBInputDeviceAxisIdentifier axis = DIAI_X;
     int value = 0;
@@ -34,8 +36,7 @@ struct Input
 
 // Stands in for DirectFB, the system log and the monotonic clock, whose functions it defines for the test
 // program. Every call leaves one line in `trace`, in order, and any call to DirectFB can be made to fail.
-struct Fake
-{
+struct Fake {
     std::vector<std::string> trace;
     int failAt = -1;   // the call to DirectFB that fails, counted from 0
     int providers = 2; // so many calls to CreateImageProvider hand one out
@@ -86,11 +87,21 @@ protected:
 };
 
 // A file with this text, gone with the object.
-struct TextFile
+class TextFile
 {
-    explicit TextFile(const std::string& iText);
-    ~TextFile();
-    std::string path;
+public:
+    explicit TextFile(const std::string& iText)
+    {
+        close(mkstemp(path.data()));
+        std::ofstream(path) << iText;
+    }
+
+    ~TextFile()
+    {
+        std::remove(path.c_str());
+    }
+
+    std::string path = "/tmp/pebbleton-test-XXXXXX";
 };
 
 #endif
