@@ -1,0 +1,19 @@
+# What is installed where.
+include(GNUInstallDirs)
+
+# The path that the program looks in by default names this folder, so no prefix goes before it.
+set(PEBBLETON_INSTALLED_THEME_DIR /usr/lib/quillfen/theme)
+
+install(TARGETS pebbleton RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+
+set(PEBBLETON_THEME_DIR ${PEBBLETON_INSTALLED_THEME_DIR})
+configure_file(theme/main_menu.conf.in installed-theme/main_menu.conf @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/installed-theme/main_menu.conf theme/normal.png theme/pressed.png
+    DESTINATION ${PEBBLETON_INSTALLED_THEME_DIR})
+
+install(FILES man/pebbleton.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES man/pebbleton-theme.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
+
+# As they lie in the source tree, so that the links between them hold.
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} USE_SOURCE_PERMISSIONS)
