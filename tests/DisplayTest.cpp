@@ -33,10 +33,11 @@ TEST_F(DisplayTest, CopiesOnlyWhatFitsABuffer)
         {DSPF_RGB32, {0, half, 1, 1}, ""},
         {DSPF_RGB32, {0, 0, half, 1}, ""},
         {DSPF_RGB32, {0, 0, 1, half}, ""},
-        {DSPF_RGB32, {0, 0, half, half}, ""},       // the signs cancel out
-        {DSPF_RGB32, {0, 0, 0x20000000, 1}, ""},    // the pitch is 2^31
-        {DSPF_RGB32, {0, 0, 0x8000, 0x4000}, ""},   // the size is 2^31
-        {DSPF_RGB32, {0, 0, 0x10000, 0x10000}, ""}, // the size is 0 in 32 bits
+        {DSPF_RGB32, {0, 0, half, half}, ""},         // the signs cancel out
+        {DSPF_RGB32, {0, 0, 0x20000000, 1}, ""},      // the pitch is 2^31
+        {DSPF_RGB32, {0, 0, half - 1, half - 1}, ""}, // the size does not even fit in 64 bits
+        {DSPF_RGB32, {0, 0, 0x8000, 0x4000}, ""},     // the size is 2^31
+        {DSPF_RGB32, {0, 0, 0x10000, 0x10000}, ""},   // the size is 0 in 32 bits
     };
     for (const auto& c : cases) {
         fake.format = c.format;
