@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdio>
+#include <cstdlib>
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -34,6 +36,10 @@ pid_t start(char* const iCommand[])
     const pid_t child = fork();
     if (child == 0) {
         become(iCommand);
+    }
+    if (child < 0) { // no number to hand out: a signal to it would go to every process
+        std::perror("fork");
+        std::exit(EXIT_FAILURE);
     }
     return child;
 }

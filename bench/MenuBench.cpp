@@ -141,7 +141,7 @@ void readInfo(benchmark::State& ioState, bool iNumbersToo)
                 benchmark::DoNotOptimize(ReadButtonEntry(child.second.data(), code, rectangle));
             }
         }
-        ioState.PauseTiming(); // which takes time too
+        ioState.PauseTiming(); // as readTheme does, so that both pay for it
         ioState.ResumeTiming();
     }
 }

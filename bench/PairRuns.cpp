@@ -1,9 +1,9 @@
-// pair-runs COUNT PROGRAM [ARGUMENT...] -- PROGRAM [ARGUMENT...]
+// pair-runs COUNT STATUS PROGRAM [ARGUMENT...] -- PROGRAM [ARGUMENT...]
 //
 // Runs the two programs in turn, COUNT times each, and prints as JSON what they took (medians) and the median and the
 // quartiles of the ratio, the first program's figure over the second's, pair by pair: what disturbs the machine
-// disturbs both of a pair. Every other pair runs in the opposite order. A program that ends by a signal, or the two
-// with different statuses, end the measurement.
+// disturbs both of a pair. Every other pair runs in the opposite order. A program that ends in another way than with
+// the exit status STATUS ends the measurement.
 
 #include <algorithm>
 #include <chrono>
@@ -26,12 +26,12 @@ struct Series {
     std::vector<double> values[2];
 };
 
-// What is measured, and the exit status that all runs had in common.
+// What is measured, of runs that end with this exit status.
 struct Comparison {
+    int status;
     Series wall = {"wall_ms", {}};
     Series cpu = {"cpu_ms", {}};
     Series peak = {"peak_kib", {}};
-    int status = -1;
 };
 
 [[noreturn]] void giveUp(const char* iReason)
@@ -45,24 +45,20 @@ void run(Comparison& ioComparison, int iProgram, char* const iCommand[])
     const auto begin = std::chrono::steady_clock::now();
     const Usage usage = finish(start(iCommand));
     const std::chrono::duration<double, std::milli> wall = std::chrono::steady_clock::now() - begin;
-    if (!WIFEXITED(usage.status) || WEXITSTATUS(usage.status) == 127) {
-        giveUp("a program does not run to its end");
+    if (!WIFEXITED(usage.status) || WEXITSTATUS(usage.status) != ioComparison.status) {
+        giveUp("a program does not end as it should");
     }
-    if (ioComparison.status != -1 && ioComparison.status != WEXITSTATUS(usage.status)) {
-        giveUp("the programs end with different statuses");
-    }
-    ioComparison.status = WEXITSTATUS(usage.status);
     ioComparison.wall.values[iProgram].push_back(wall.count());
     ioComparison.cpu.values[iProgram].push_back(usage.cpu);
     ioComparison.peak.values[iProgram].push_back(usage.peak);
 }
 
-Comparison compare(int iPairs, char* const* const iCommands[2])
+Comparison compare(int iPairs, int iStatus, char* const* const iCommands[2])
 {
-    Comparison warmUp; // so that neither reads from the disk
+    Comparison warmUp = {iStatus}; // so that neither reads from the disk
     run(warmUp, 0, iCommands[0]);
     run(warmUp, 1, iCommands[1]);
-    Comparison comparison;
+    Comparison comparison = {iStatus};
     for (int i = 0; i < iPairs; ++i) {
         const int leader = i % 2;
         run(comparison, leader, iCommands[leader]);
@@ -89,13 +85,13 @@ int main(int argc, char* argv[])
     char** const end = argv + argc;
     char** const dashes = std::find_if(argv, end, [](const char* iWord) { return std::strcmp(iWord, "--") == 0; });
     const int pairs = argc > 1 ? std::atoi(argv[1]) : 0;
-    if (pairs < 1 || dashes - argv < 3 || end - dashes < 2) {
-        giveUp("usage: pair-runs COUNT PROGRAM [ARGUMENT...] -- PROGRAM [ARGUMENT...]");
+    if (pairs < 1 || dashes - argv < 4 || end - dashes < 2) {
+        giveUp("usage: pair-runs COUNT STATUS PROGRAM [ARGUMENT...] -- PROGRAM [ARGUMENT...]");
     }
     *dashes = nullptr;
-    char* const* const commands[] = {argv + 2, dashes + 1};
+    char* const* const commands[] = {argv + 3, dashes + 1};
 
-    const Comparison comparison = compare(pairs, commands);
+    const Comparison comparison = compare(pairs, std::atoi(argv[2]), commands);
     std::puts("{");
     print(comparison.wall);
     print(comparison.cpu);

@@ -50,8 +50,18 @@ std::size_t lookAt(Display* iDisplay)
     return sight;
 }
 
+// Gives up on a program that has gone on for too long.
+void checkPatience(Clock::time_point iBegin, pid_t iChild)
+{
+    if (Clock::now() - iBegin > patience) {
+        kill(iChild, SIGKILL);
+        std::fputs("standing-time: no picture comes to stand, or goes\n", stderr);
+        std::exit(EXIT_FAILURE);
+    }
+}
+
 // Waits until the screen has changed from the given sight and is still; returns when that began.
-Clock::time_point waitForPicture(Display* iDisplay, std::size_t iBefore)
+Clock::time_point waitForPicture(Display* iDisplay, std::size_t iBefore, pid_t iChild)
 {
     const Clock::time_point begin = Clock::now();
     Clock::time_point lastChange = begin;
@@ -62,10 +72,7 @@ Clock::time_point waitForPicture(Display* iDisplay, std::size_t iBefore)
             sight = now;
             lastChange = Clock::now();
         }
-        if (Clock::now() - begin > patience) {
-            std::fputs("standing-time: no picture comes to stand\n", stderr);
-            std::exit(EXIT_FAILURE);
-        }
+        checkPatience(begin, iChild);
         std::this_thread::sleep_for(glance);
     }
     return lastChange;
@@ -75,12 +82,13 @@ void run(Series& ioSeries, Display* iDisplay, std::size_t iEmptyScreen, char* co
 {
     const Clock::time_point begin = Clock::now();
     const pid_t child = start(iCommand);
-    const Milliseconds standing = waitForPicture(iDisplay, iEmptyScreen) - begin;
+    const Milliseconds standing = waitForPicture(iDisplay, iEmptyScreen, child) - begin;
     kill(child, SIGKILL); // nobody's way to end may count
-    const Usage usage = finish(child);
     while (lookAt(iDisplay) != iEmptyScreen) {
+        checkPatience(begin, child);
         std::this_thread::sleep_for(glance);
     }
+    const Usage usage = finish(child);
     ioSeries.standing.push_back(standing.count());
     ioSeries.cpu.push_back(usage.cpu);
     ioSeries.peak.push_back(usage.peak);

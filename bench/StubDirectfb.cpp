@@ -52,7 +52,8 @@ DFBResult DirectFBInit(int* /*ioCount*/, char*** /*ioArguments*/)
     return DFB_OK;
 }
 
-DFBResult DirectFBCreate(IDirectFB** ioDirectfb) // NOLINT(readability-inconsistent-declaration-parameter-name)
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the header has its own way with names
+DFBResult DirectFBCreate(IDirectFB** ioDirectfb)
 {
     directfb.Release = succeed;
     directfb.SetCooperativeLevel = succeed;

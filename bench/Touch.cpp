@@ -57,7 +57,8 @@ DFBResult createTouchedBuffer(IDirectFB* iDirectfb, DFBInputDeviceCapabilities i
 
 } // namespace
 
-DFBResult DirectFBCreate(IDirectFB** ioDirectfb) // NOLINT(readability-inconsistent-declaration-parameter-name)
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the header has its own way with names
+DFBResult DirectFBCreate(IDirectFB** ioDirectfb)
 {
     const auto create = reinterpret_cast<decltype(&DirectFBCreate)>(dlsym(RTLD_NEXT, "DirectFBCreate"));
     const DFBResult result = create(ioDirectfb);
