@@ -11,7 +11,7 @@ enum class EventType : std::uint32_t
     None = 0,    // a failed wait, or an input that means nothing to a widget
     Press = 1,   // touch down
     Release = 2, // touch up
-    Move = 3     // the position changed on one axis
+    Move = 3     // an axis moved, and with it the position if it is X or Y
 };
 
 // One input as the widgets see it.

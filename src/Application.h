@@ -22,7 +22,7 @@ bool ReadButtonEntry(const std::string& iEntry, std::uint32_t& ioCode, Rectangle
 // The menu: one display and the widgets on it.
 //
 // Constructed with the screen taken and nothing on it; Init, called once, builds the menu from the
-// theme file; Run, called once and only after Init returned true, lets the user choose.
+// theme file; Run, called only after Init returned true, lets the user choose.
 class ApplicationC
 {
 public:
@@ -39,7 +39,8 @@ public:
     bool Init();
 
     // Offers every input to the widgets in list order until one fires, and returns that one's exit
-    // code. Nothing else ends it: with no widget it never returns.
+    // code. Nothing else ends it: with no widget it never returns. Called again, it goes on with the
+    // next input.
     std::uint32_t Run();
 
 private:

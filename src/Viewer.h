@@ -27,7 +27,7 @@ public:
     // Loads both skin images (file paths, not kept), shows the normal one at the screen's origin and
     // discards the input queued so far. True when the viewer can paint and wait; called again then, it
     // only discards input. False: DirectFB reported success and handed out nothing, so that there is
-    // no image to paint from; the viewer is not ready, and what was loaded serves another try.
+    // no image to paint from; the viewer is of no use then and must not be asked again.
     bool Init(const char* iNormalImage, const char* iPressedImage);
 
     // Redraws the widget's rectangle; before Init it only logs.
