@@ -36,14 +36,16 @@ constexpr const char* theme = R"(
                     button 3:15:15:5:5
                     button 4:50:10:0:0
                     button 5:0:0:10:10
-                    button 6:40:0:4294967256:100 })";
+                    button 6:40:0:4294967255:100
+                    button 7:40:0:4294967256:100 })";
 
 // The same menu. The buttons overlap, share edges, are a mere point, and reach up to and beyond the last position there
 // is.
 struct Model {
     LongPress longPresses[2] = {{8}, {9}};
-    PushButton pushButtons[6] = {{1, 10, 10, 20, 20}, {2, 30, 30, 10, 10}, {3, 15, 15, 5, 5},
-                                 {4, 50, 10, 0, 0},   {5, 0, 0, 10, 10},   {6, 40, 0, wrap - 40, 100}};
+    PushButton pushButtons[7] = {{1, 10, 10, 20, 20},       {2, 30, 30, 10, 10}, {3, 15, 15, 5, 5},
+                                 {4, 50, 10, 0, 0},         {5, 0, 0, 10, 10},   {6, 40, 0, wrap - 41, 100},
+                                 {7, 40, 0, wrap - 40, 100}};
     std::uint64_t x = 0;
     std::uint64_t y = 0;
     std::vector<std::string> drawn;

@@ -31,6 +31,7 @@ stop_children() {
 # Installs those of the named Debian packages that are missing.
 need_packages() {
     local missing
+    command -v dpkg-query >/dev/null || { say "Not Debian: this needs what corresponds to" "$@"; return 0; }
     missing=$(comm -23 <(printf '%s\n' "$@" | sort) \
         <(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null | sed -n 's/^installed //p' | sort))
     [ -n "$missing" ] || return 0

@@ -60,7 +60,7 @@ struct Fake {
         line << nameOf(iInterface);
         (line << ... << iParts);
         note(line.str());
-        return calls++ == failAt ? DFB_FAILURE : DFB_OK;
+        return calls++ == failAt ? DFB_ACCESSDENIED : DFB_OK;
     }
 
     // The trace since the last call of this function; and those of its lines that start so.

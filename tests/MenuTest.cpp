@@ -27,7 +27,8 @@ TEST_F(MenuTest, ReadsEntries)
 {
     std::uint32_t code = 0;
     Rectangle area = {};
-    for (const char* entry : {"1:10:20:300:40", " 1: 10:\t20: 300: 40", "1:10:20:300:40:99", "+1:10:20:300:40px"}) {
+    for (const char* entry :
+         {"1:10:20:300:40", " 1: 10:\t20: 300: 40", "01:010:020:0300:040:99", "+1:10:20:300:40px"}) {
         ASSERT_TRUE(ReadButtonEntry(entry, code, area)) << entry;
         EXPECT_EQ(1u, code);
         EXPECT_THAT((std::vector{area.x, area.y, area.width, area.height}), ElementsAre(10, 20, 300, 40));

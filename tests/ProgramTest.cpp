@@ -55,7 +55,7 @@ protected:
                        {DIET_BUTTONRELEASE}};
     }
 
-    TextFile mTheme{"image { normal n.png\n pressed p.png }\n"
+    TextFile mTheme{"image { normal \" n.png\"\n pressed \"\" }\n"
                     "button_long_press { button 9:0:0:0:0 }\nbutton_normal { button 3:1:2:3:4 }\n"};
 
     const std::string mStart =
@@ -65,9 +65,9 @@ protected:
         {"DirectFBInit nothing", "DirectFBCreate", "directfb.SetCooperativeLevel 1",
          "directfb.CreateSurface flags 1 caps 1 0x0", "directfb.CreateInputEventBuffer 7 global 0",
          // the skins
-         "directfb.CreateImageProvider n.png", "provider.GetSurfaceDescription",
+         "directfb.CreateImageProvider  n.png", "provider.GetSurfaceDescription",
          "directfb.CreateSurface flags 6 caps 0 800x480", "provider.RenderTo normal whole", "provider.Release",
-         "directfb.CreateImageProvider p.png", "provider.GetSurfaceDescription",
+         "directfb.CreateImageProvider ", "provider.GetSurfaceDescription",
          "directfb.CreateSurface flags 6 caps 0 800x480", "provider.RenderTo pressed whole", "provider.Release",
          "primary.Blit normal whole 0,0", "primary.Flip whole 5", "buffer.Reset",
          // the button's first sight
@@ -86,7 +86,7 @@ protected:
 
 TEST_F(ProgramTest, EndsOrGoesOnWhenACallFails)
 {
-    const std::string failure = std::to_string(DFB_FAILURE);
+    const std::string failure = std::to_string(DFB_ACCESSDENIED);
     const std::string copied = ", &directfbRectangle, bitmapData.data(), bytesPerPixel * directfbRectangle.w)";
     const std::pair<const char*, std::string> guarded[] =
         {{"DirectFBInit", "DirectFBInit(nullptr, nullptr)"},
@@ -112,7 +112,7 @@ TEST_F(ProgramTest, EndsOrGoesOnWhenACallFails)
         const auto isCall = [&call](const auto& iGuarded) { return call->rfind(iGuarded.first, 0) == 0; };
         const auto* fatal = std::find_if(std::begin(guarded), std::end(guarded), isCall);
         if (fatal != std::end(guarded) && call != skinShown) {
-            EXPECT_EXIT(run({"pebbleton", "-c", mTheme.path}), ExitedWithCode(DFB_FAILURE & 0xff),
+            EXPECT_EXIT(run({"pebbleton", "-c", mTheme.path}), ExitedWithCode(DFB_ACCESSDENIED & 0xff),
                         AllOf(StartsWith(mStart + joined({mDisplay.begin(), call + 1}) + "log 3 src/"),
                               EndsWith(">:\n\t\nfatal " + fatal->second + ' ' + failure + '\n')));
             continue;
@@ -141,14 +141,15 @@ TEST_F(ProgramTest, EndsInOrder)
                 EndsWith("log 3 No skin file\n\nlog 3 Initialize the pebbleton instance failed. \n\n"
                          "primary.Release\nbuffer.Release\ndirectfb.Release\n" +
                          failed));
-    const TextFile theme("image { normal n\n pressed p }\nbutton_normal { button 258:1:2:3:4 }");
+    const TextFile theme("image { normal n\n pressed p }\nbutton_normal { button 4294967042:1:2:3:4 }");
     EXPECT_EXIT(run({"pebbleton", "-c", theme.path}), ExitedWithCode(2),
-                EndsWith("directfb.Release\nlog 6 Exit the Pebbleton application with : 258\ncloselog\n"));
+                EndsWith("directfb.Release\nlog 6 Exit the Pebbleton application with : -254\ncloselog\n"));
 }
 
 TEST_F(ProgramTest, FindsTheTheme)
 {
     const std::string standard = "/usr/lib/quillfen/theme/main_menu.conf";
+    const std::string longPath(1000, 'x');
     const std::string help = "Allowed options:\n"
                              "  -h [ --help ]                         Print help message\n"
                              "  -c [ --configuration ] arg (=/usr/lib/quillfen/theme/main_menu.conf)\n"
@@ -165,12 +166,13 @@ TEST_F(ProgramTest, FindsTheTheme)
                  {{"-c/a"}, "/a", "", "PEBBLETON_HELP", "1"},
                  {{"--configuration=/a"}, "/a", ""},
                  {{"--conf", "/a"}, "/a", ""},
+                 {{"-c", longPath.c_str()}, longPath, ""},
+                 {{"-C", "/a"}, "-", "unrecognised option '-C'"},
                  {{}, "/b", "", "PEBBLETON_CONFIGURATION", "/b"},
                  {{}, "", "", "PEBBLETON_CONFIGURATION"},
                  {{}, "-", "unrecognised option", "PEBBLETON_THEME"},
                  {{}, "-", "unrecognised option", "PEBBLETON_C"},
                  {{"-h"}, "-", help, "PEBBLETON_THEME"},
-                 {{"--help", "-c", "/a"}, "-", help},
                  {{"--help", "--%s%n"}, "-", "unrecognised option '--%s%n'"},
                  {{"--help=x"}, "-", "option '--help' does not take any arguments"},
                  {{"-c"}, "-", "the required argument for option '--configuration' is missing"},
@@ -204,7 +206,9 @@ TEST_F(ProgramTest, Logs)
     EXPECT_THAT(fake.take(), ElementsAre("setlogmask 1", "setlogmask 127", "log 7 text of 5 \n"));
     fake.failAt = 0;
     EXPECT_THROW(DIRECTFB_CHECK(fake.call(nullptr, "call")), Fatal);
-    EXPECT_EQ("log 3 tests/ProgramTest.cpp <" + std::to_string(__LINE__ - 1) + ">:\n\t", fake.take().at(1));
+    const std::string place = "tests/ProgramTest.cpp <" + std::to_string(__LINE__ - 1) + ">:\n\t";
+    const std::string report = "fatal fake.call(nullptr, \"call\") " + std::to_string(DFB_ACCESSDENIED);
+    EXPECT_THAT(fake.take(), ElementsAre("call", "log 3 " + place, report));
 }
 
 } // namespace
