@@ -16,4 +16,5 @@ install(FILES man/pebbleton-theme.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
 
 # As they lie in the source tree, so that the links between them hold.
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} USE_SOURCE_PERMISSIONS)
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN pebbleton-launcher EXCLUDE)
+install(PROGRAMS examples/pebbleton-launcher DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
