@@ -1,0 +1,57 @@
+#ifndef PEBBLETON_TOUCH_ADAPTER_H
+#define PEBBLETON_TOUCH_ADAPTER_H
+
+#include <memory>
+
+#include "Command.h"
+#include "Panel.h"
+#include "PanelWatch.h"
+#include "ScreenMap.h"
+#include "TouchOptions.h"
+#include "TouchTranslator.h"
+#include "VirtualPanel.h"
+
+namespace PEBBLETON
+{
+
+// Runs the command with the virtual panel, and hands the touches of the real one on to it.
+//
+// The virtual panel stands before the command starts and until it has ended; the real one may come and go. It is
+// blocked for as long as nothing happens.
+class AdapterC
+{
+public:
+    // The exit status when the command was not started, but for CommandC's own.
+    static constexpr int failed = 125;
+
+    // iOptions must outlive this object.
+    explicit AdapterC(const TouchOptions& iOptions);
+
+    // Returns the status to exit with: the command's, or `failed` after the reason was reported. To be called once.
+    int Run();
+
+private:
+    bool Prepare();
+    bool FindScreen();
+    void Wait();
+    void TakeSignals();
+    void ReadPanel();
+    void LookForPanel();
+    void Use(std::unique_ptr<PanelC> iPanel);
+    void LosePanel();
+    void Translate();
+    ScreenMapC MakeMap() const;
+    void Tell(const char* iWhat) const;
+
+    const TouchOptions& mOptions;
+    ScreenSize mScreen = {};
+    VirtualPanelC mVirtual;
+    CommandC mCommand;
+    PanelWatchC mWatch;
+    std::unique_ptr<PanelC> mPanel;                // the real one; null: there is none
+    std::unique_ptr<TouchTranslatorC> mTranslator; // from mPanel to mVirtual; null as long as mPanel is
+};
+
+} // namespace PEBBLETON
+
+#endif

@@ -1,0 +1,176 @@
+#include "Panel.h"
+
+#include <cerrno>
+#include <utility>
+#include <vector>
+
+#include <fcntl.h>
+#include <libevdev/libevdev.h>
+#include <unistd.h>
+
+#include "VirtualPanel.h"
+
+namespace PEBBLETON
+{
+
+namespace
+{
+
+bool has(const libevdev* iDevice, unsigned iType, unsigned iCode)
+{
+    return libevdev_has_event_code(iDevice, iType, iCode) != 0;
+}
+
+// The slots of a semi-multi-touch device are the corners of a box around the fingers.
+bool isMultiTouch(const libevdev* iDevice)
+{
+    return has(iDevice, EV_ABS, ABS_MT_POSITION_X) && has(iDevice, EV_ABS, ABS_MT_POSITION_Y) &&
+           libevdev_has_property(iDevice, INPUT_PROP_SEMI_MT) == 0;
+}
+
+bool isSingleTouch(const libevdev* iDevice, unsigned iButton)
+{
+    return has(iDevice, EV_ABS, ABS_X) && has(iDevice, EV_ABS, ABS_Y) && has(iDevice, EV_KEY, iButton);
+}
+
+Contact contactIn(const libevdev* iDevice, unsigned iSlot)
+{
+    const auto value = [&](unsigned iCode) { return libevdev_get_slot_value(iDevice, iSlot, iCode); };
+    return {value(ABS_MT_TRACKING_ID), {value(ABS_MT_POSITION_X), value(ABS_MT_POSITION_Y)}, value(ABS_MT_DISTANCE)};
+}
+
+} // namespace
+
+PanelKind KindOf(const libevdev* iDevice)
+{
+    if (isMultiTouch(iDevice) || isSingleTouch(iDevice, BTN_TOUCH)) {
+        return libevdev_has_property(iDevice, INPUT_PROP_POINTER) != 0 ? PanelKind::Pad : PanelKind::Screen;
+    }
+    return isSingleTouch(iDevice, BTN_LEFT) ? PanelKind::Pointer : PanelKind::None;
+}
+
+ContactsC ContactsOf(const libevdev* iDevice)
+{
+    if (!isMultiTouch(iDevice)) {
+        const unsigned button = isSingleTouch(iDevice, BTN_TOUCH) ? BTN_TOUCH : BTN_LEFT;
+        const bool pressed = libevdev_get_event_value(iDevice, EV_KEY, button) != 0;
+        const Position position = {libevdev_get_event_value(iDevice, EV_ABS, ABS_X),
+                                   libevdev_get_event_value(iDevice, EV_ABS, ABS_Y)};
+        return {Protocol::Single, {{pressed ? 0 : -1, position}}, 0, button};
+    }
+    const int slots = libevdev_get_num_slots(iDevice);
+    if (slots < 1) {
+        return {Protocol::Anonymous, {}};
+    }
+    std::vector<Contact> contacts;
+    for (int slot = 0; slot < slots; ++slot) {
+        contacts.push_back(contactIn(iDevice, static_cast<unsigned>(slot)));
+    }
+    return {Protocol::Slots, std::move(contacts), libevdev_get_current_slot(iDevice)};
+}
+
+std::unique_ptr<PanelC> PanelC::Open(const std::string& iPath)
+{
+    const int descriptor = open(iPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) {
+        return nullptr;
+    }
+    libevdev* device = nullptr;
+    const int error = libevdev_new_from_fd(descriptor, &device);
+    if (error != 0) {
+        close(descriptor);
+        errno = -error;
+        return nullptr;
+    }
+    return std::unique_ptr<PanelC>(new PanelC(iPath, descriptor, device));
+}
+
+PanelC::PanelC(std::string iPath, int iDescriptor, libevdev* iDevice)
+    : mPath(std::move(iPath)), mDescriptor(iDescriptor), mDevice(iDevice)
+{
+}
+
+PanelC::~PanelC()
+{
+    libevdev_free(mDevice);
+    close(mDescriptor);
+}
+
+const std::string& PanelC::GetPath() const
+{
+    return mPath;
+}
+
+std::string PanelC::GetName() const
+{
+    return libevdev_get_name(mDevice);
+}
+
+PanelKind PanelC::GetKind() const
+{
+    return KindOf(mDevice);
+}
+
+bool PanelC::IsVirtual() const
+{
+    return GetName() == VirtualPanelC::name;
+}
+
+AxisRange PanelC::GetRangeX() const
+{
+    return GetRange(ABS_MT_POSITION_X, ABS_X);
+}
+
+AxisRange PanelC::GetRangeY() const
+{
+    return GetRange(ABS_MT_POSITION_Y, ABS_Y);
+}
+
+ContactsC PanelC::GetContacts() const
+{
+    return ContactsOf(mDevice);
+}
+
+bool PanelC::Grab()
+{
+    return libevdev_grab(mDevice, LIBEVDEV_GRAB) == 0;
+}
+
+int PanelC::GetDescriptor() const
+{
+    return mDescriptor;
+}
+
+PanelC::State PanelC::Read(IEventSink& ioSink)
+{
+    for (;;) {
+        input_event event = {};
+        const int status = libevdev_next_event(mDevice, LIBEVDEV_READ_FLAG_NORMAL, &event);
+        if (status == LIBEVDEV_READ_STATUS_SUCCESS) {
+            ioSink.Handle(event.type, event.code, event.value);
+        } else if (status == LIBEVDEV_READ_STATUS_SYNC) {
+            return Resynchronise();
+        } else {
+            return status == -EAGAIN || status == -EINTR ? State::Fine : State::Gone;
+        }
+    }
+}
+
+AxisRange PanelC::GetRange(unsigned iMultiTouchAxis, unsigned iAxis) const
+{
+    const input_absinfo* info = libevdev_get_abs_info(mDevice, isMultiTouch(mDevice) ? iMultiTouchAxis : iAxis);
+    return {info->minimum, info->maximum};
+}
+
+// The library learns how things are now; it says so in events, which nobody needs.
+PanelC::State PanelC::Resynchronise()
+{
+    int status = LIBEVDEV_READ_STATUS_SYNC;
+    while (status == LIBEVDEV_READ_STATUS_SYNC) {
+        input_event event = {};
+        status = libevdev_next_event(mDevice, LIBEVDEV_READ_FLAG_SYNC, &event);
+    }
+    return status == -EAGAIN ? State::Lost : State::Gone;
+}
+
+} // namespace PEBBLETON

@@ -1,0 +1,37 @@
+#ifndef PEBBLETON_TOUCH_TOUCH_OPTIONS_H
+#define PEBBLETON_TOUCH_TOUCH_OPTIONS_H
+
+#include <optional>
+#include <string>
+
+#include "ScreenMap.h"
+
+namespace PEBBLETON
+{
+
+// The ranges of both axes of a panel.
+struct PanelRange {
+    AxisRange x;
+    AxisRange y;
+};
+
+// What the command line asks for.
+struct TouchOptions {
+    bool help = false;
+    std::string device;               // path or name of the panel; empty: any
+    std::optional<ScreenSize> screen; // nothing: the frame buffer's
+    std::optional<PanelRange> range;  // nothing: what the panel reports
+    Orientation orientation;
+    bool print = false;
+    char** command = nullptr; // the command and its arguments: the end of argv, which stays the caller's
+};
+
+// Reads the command line up to the command, whose arguments are its own. False: it makes no sense, which is reported.
+bool ParseTouchOptions(int argc, char* argv[], TouchOptions& ioOptions);
+
+// Writes what the options are to standard output.
+void PrintTouchHelp();
+
+} // namespace PEBBLETON
+
+#endif

@@ -1,0 +1,70 @@
+#ifndef PEBBLETON_TOUCH_TOUCH_TRANSLATOR_H
+#define PEBBLETON_TOUCH_TOUCH_TRANSLATOR_H
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "Contacts.h"
+#include "IEventSink.h"
+#include "ScreenMap.h"
+
+namespace PEBBLETON
+{
+
+// Turns the events of one panel into those of a panel that the menu reads right.
+//
+// What comes out is, for each touch: both axes in pixels and BTN_TOUCH 1 in one report; its motion; BTN_TOUCH 0 in a
+// report of its own; and then the position `parked`, so that the kernel reports both axes of the next touch anew. A
+// touch that is cancelled is parked before it is released, so that it fires nothing.
+//
+// A report is taken whole before anything is said about it. The first finger is the touch until it lifts. A finger
+// that came while it was down, or that was there before this object, never becomes a touch.
+class TouchTranslatorC : public IEventSink
+{
+public:
+    // Outside of any screen. Whoever makes the panel that the events come out of parks it there first.
+    static constexpr Position parked = {-1, -1};
+
+    // iContacts: the panel as it is now. ioSink must outlive this object.
+    TouchTranslatorC(IEventSink& ioSink, const ScreenMapC& iMap, ContactsC iContacts);
+
+    // Cancels the touch.
+    ~TouchTranslatorC() override;
+    TouchTranslatorC(const TouchTranslatorC&) = delete;
+    TouchTranslatorC& operator=(const TouchTranslatorC&) = delete;
+
+    // Takes the panel's next event. SYN_DROPPED, which says that events were lost, cancels the touch; what the panel
+    // is like is unknown then, and whoever knows makes a new translator.
+    void Handle(unsigned iType, unsigned iCode, int iValue) override;
+
+    // Cancels the touch, if there is one. The fingers that are down do not become a touch any more.
+    void Cancel();
+
+    // Where the touch is, while there is one.
+    struct Touch {
+        Position onPanel; // in the panel's units
+        Position pixel;   // on the screen
+    };
+    std::optional<Touch> GetTouch() const;
+
+private:
+    void EndReport();
+    void Follow();
+    void Press(std::size_t iContact);
+    void MoveTo(const Position& iPixel);
+    void Release();
+    void Spend();
+
+    IEventSink& mSink;
+    ScreenMapC mMap;
+    ContactsC mContacts;
+    std::vector<int> mSpent;           // for each contact the id of the finger that is no touch, or below 0
+    std::optional<std::size_t> mTouch; // the contact that is the touch
+    int mTouchId = -1;                 // and its finger
+    Position mPixel = parked;          // what was said last
+};
+
+} // namespace PEBBLETON
+
+#endif
