@@ -6,11 +6,11 @@ if(NOT CLANG_TIDY OR NOT CPPCHECK)
 endif()
 
 # Each file in the build that compiles it.
-file(GLOB lintHeaders CONFIGURE_DEPENDS bench/*.h include/*.h src/*.h tests/*.h)
+file(GLOB lintHeaders CONFIGURE_DEPENDS bench/*.h include/*.h src/*.h tests/*.h tools/*/*.h)
 if(PEBBLETON_SANITIZERS)
     file(GLOB lintSources CONFIGURE_DEPENDS fuzz/*.cpp)
 else()
-    file(GLOB lintSources CONFIGURE_DEPENDS bench/*.cpp src/*.cpp tests/*.cpp)
+    file(GLOB lintSources CONFIGURE_DEPENDS bench/*.cpp src/*.cpp tests/*.cpp tools/*/*.cpp)
     if(NOT PEBBLETON_PEERS)
         list(FILTER lintSources EXCLUDE REGEX "/(SdlMenu|StandingTime)\\.cpp$")
     endif()
@@ -33,7 +33,8 @@ if(NOT PEBBLETON_SANITIZERS)
     set(stamp ${CMAKE_CURRENT_BINARY_DIR}/lint/cppcheck)
     add_custom_command(OUTPUT ${stamp}
         COMMAND ${CPPCHECK} --quiet --std=c++17 --language=c++ --enable=warning,style,performance,portability
-            --inline-suppr --error-exitcode=1 -I bench -I include -I src --suppress=missingIncludeSystem --suppress=useStlAlgorithm bench src include
+            --inline-suppr --error-exitcode=1 -I bench -I include -I src --suppress=missingIncludeSystem
+            --suppress=useStlAlgorithm bench src include tools
         COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
         DEPENDS ${lintSources} ${lintHeaders}
         WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}

@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-buildPackages=(cmake g++ libboost-dev libboost-program-options-dev libdirectfb-dev libdirectfb-extra ninja-build pkg-config)
+buildPackages=(cmake g++ libboost-dev libboost-program-options-dev libdirectfb-dev libdirectfb-extra libevdev-dev ninja-build pkg-config)
 displayPackages=(imagemagick x11-utils xdotool xvfb)
 
 scratch=$(mktemp -d)

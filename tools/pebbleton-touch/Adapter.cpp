@@ -20,7 +20,7 @@ namespace
 {
 
 constexpr int forEver = -1;
-constexpr int untilRetry = 1000; // milliseconds
+constexpr int untilRetry = 100; // milliseconds; what another instance holds is free as soon as that one has ended
 
 } // namespace
 

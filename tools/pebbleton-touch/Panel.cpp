@@ -75,6 +75,8 @@ std::unique_ptr<PanelC> PanelC::Open(const std::string& iPath)
     if (descriptor < 0) {
         return nullptr;
     }
+    // What it thinks of a device's events would go to the command's standard error.
+    libevdev_set_log_function(nullptr, nullptr);
     libevdev* device = nullptr;
     const int error = libevdev_new_from_fd(descriptor, &device);
     if (error != 0) {

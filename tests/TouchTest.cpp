@@ -1,0 +1,350 @@
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <utility>
+
+#include <libevdev/libevdev.h>
+#include <poll.h>
+
+#include "Command.h"
+#include "Fake.h"
+#include "Panel.h"
+#include "TouchOptions.h"
+#include "TouchPrinter.h"
+#include "TouchTranslator.h"
+
+using namespace PEBBLETON;
+using testing::HasSubstr;
+
+namespace
+{
+
+// A letter for each kind of event. A number behind it is the value: "x10 y20 T1 |" is a touch on a simple panel.
+const struct {
+    char letter;
+    unsigned type;
+    unsigned code;
+} kinds[] = {
+    {'S', EV_ABS, ABS_MT_SLOT},
+    {'I', EV_ABS, ABS_MT_TRACKING_ID},
+    {'X', EV_ABS, ABS_MT_POSITION_X},
+    {'Y', EV_ABS, ABS_MT_POSITION_Y},
+    {'D', EV_ABS, ABS_MT_DISTANCE},
+    {'x', EV_ABS, ABS_X},
+    {'y', EV_ABS, ABS_Y},
+    {'p', EV_ABS, ABS_PRESSURE},
+    {'T', EV_KEY, BTN_TOUCH},
+    {'F', EV_KEY, BTN_TOOL_FINGER},
+    {'L', EV_KEY, BTN_LEFT},
+    {'H', EV_KEY, KEY_HOME},
+    {'m', EV_SYN, SYN_MT_REPORT},
+    {'|', EV_SYN, SYN_REPORT},
+    {'!', EV_SYN, SYN_DROPPED},
+};
+
+// Writes events the way that the stories are written.
+class Notes : public IEventSink
+{
+public:
+    void Handle(unsigned iType, unsigned iCode, int iValue) override
+    {
+        const auto* kind = std::find_if(std::begin(kinds), std::end(kinds),
+                                        [&](const auto& iKind) { return iKind.type == iType && iKind.code == iCode; });
+        text += text.empty() ? "" : " ";
+        text += kind->letter;
+        text += iType == EV_SYN ? "" : std::to_string(iValue);
+    }
+
+    std::string text;
+};
+
+// Hands on a story's events; "C" cancels the touch.
+void tell(const std::string& iStory, TouchTranslatorC& ioTranslator)
+{
+    std::istringstream words(iStory);
+    for (std::string word; words >> word;) {
+        const auto* kind = std::find_if(std::begin(kinds), std::end(kinds),
+                                        [&](const auto& iKind) { return iKind.letter == word[0]; });
+        if (kind == std::end(kinds)) {
+            ioTranslator.Cancel();
+        } else {
+            ioTranslator.Handle(kind->type, kind->code, std::atoi(word.c_str() + 1));
+        }
+    }
+}
+
+using Device = std::unique_ptr<libevdev, void (*)(libevdev*)>;
+
+// A device that reports these kinds of event, with these values at the start: "x10 T0". Its axes go from 0 to 4095, and
+// it has two slots.
+Device makeDevice(const std::string& iCodes, int iProperty = INPUT_PROP_DIRECT)
+{
+    Device device(libevdev_new(), libevdev_free);
+    libevdev_enable_property(device.get(), static_cast<unsigned>(iProperty));
+    std::istringstream words(iCodes);
+    for (std::string word; words >> word;) {
+        const auto* kind = std::find_if(std::begin(kinds), std::end(kinds),
+                                        [&](const auto& iKind) { return iKind.letter == word[0]; });
+        input_absinfo axis = {};
+        axis.maximum = word[0] == 'S' ? 1 : 4095;
+        libevdev_enable_event_code(device.get(), kind->type, kind->code, kind->type == EV_ABS ? &axis : nullptr);
+        if (word[1] != '0') {
+            libevdev_set_event_value(device.get(), kind->type, kind->code, std::atoi(word.c_str() + 1));
+        }
+    }
+    return device;
+}
+
+const ScreenSize screen = {800, 480};
+const ScreenMapC pixels(screen, {0, 799}, {0, 479}, {});
+
+constexpr const char* simple = "x0 y0 T0";
+constexpr const char* slots = "X0 Y0 S0 I0 x0 y0 T0";
+constexpr const char* anonymous = "X0 Y0";
+
+TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
+{
+    const struct {
+        const char* device;
+        std::string story;
+        std::string told;
+    } stories[] = {
+        // The touch before its position, and after it; an axis that has not changed is left out.
+        {simple, "T1 x10 y20 | T0 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
+        {simple, "x10 y20 T1 | x11 | T0 |", "x10 y20 T1 | x11 y20 | T0 | x-1 y-1 |"},
+        {"x10 y20 T0", "T1 | T0 | T1 y21 | T0 |", "x10 y20 T1 | T0 | x-1 y-1 | x10 y21 T1 | T0 | x-1 y-1 |"},
+        {"x0 y0 T0 F0 p0", "F1 p40 T1 x10 y20 | p41 | F0 p0 T0 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
+        {"x0 y0 L0", "x10 y20 | L1 | x11 | L0 |", "x10 y20 T1 | x11 y20 | T0 | x-1 y-1 |"},
+        // Nothing new, nothing said; motion that comes with the lift still counts.
+        {simple, "x10 y20 | x11 | | T1 | | T1 | x11 | H1 | T0 |", "x11 y20 T1 | T0 | x-1 y-1 |"},
+        {simple, "T1 x10 y20 | T0 x99 |", "x10 y20 T1 | x99 y20 | T0 | x-1 y-1 |"},
+        // Several fingers: ABS_X and its like follow another one, which is none of our business.
+        {slots, "I7 X10 Y20 T1 x10 y20 | I-1 T0 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
+        {slots, "I7 X10 Y20 | I-1 | I8 | I-1 | I9 Y21 | I-1 |",
+         "x10 y20 T1 | T0 | x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x10 y21 T1 | T0 | x-1 y-1 |"},
+        {slots, "I7 X10 Y20 | S1 I8 X50 Y60 | X51 | S0 X11 | I-1 x51 y60 | S1 X52 | I-1 | S0 I9 | I-1 |",
+         "x10 y20 T1 | x11 y20 | T0 | x-1 y-1 | x11 y20 T1 | T0 | x-1 y-1 |"},
+        {slots, "I7 X10 Y20 | S1 I8 X50 Y60 | S0 I-1 | I9 X30 | S1 I-1 | S0 I-1 |",
+         "x10 y20 T1 | T0 | x-1 y-1 | x30 y20 T1 | T0 | x-1 y-1 |"},
+        {slots, "S1 I8 X50 Y60 | S0 I7 X10 Y20 | S1 I-1 | I9 | S0 X12 | I-1 | S1 I-1 |",
+         "x50 y60 T1 | T0 | x-1 y-1 | x50 y60 T1 | T0 | x-1 y-1 |"},
+        {slots, "I7 X10 Y20 S1 I8 X50 Y60 | S0 I-1 | S1 I-1 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
+        {slots, "I7 X10 Y20 | I8 X50 Y60 | X51 | I-1 | I9 | I-1 |",
+         "x10 y20 T1 | T0 | x-1 y-1 | x51 y60 T1 | T0 | x-1 y-1 |"},
+        {slots, "S5 I7 X10 Y20 | S-1 I8 | S1 I9 X30 Y40 | I-1 |", "x30 y40 T1 | T0 | x-1 y-1 |"},
+        {"X0 Y0 S0 I0 D0", "I7 D3 X10 Y20 | X11 | D0 | D2 X12 | I-1 |", "x11 y20 T1 | x12 y20 | T0 | x-1 y-1 |"},
+        // Fingers without names, in any order; the one that stays near is the same.
+        {anonymous, "X10 Y20 m | X12 Y20 m | m |", "x10 y20 T1 | x12 y20 | T0 | x-1 y-1 |"},
+        {anonymous, "X10 Y20 m | X50 Y60 m X11 Y20 m | X12 Y20 m X51 Y60 m | X52 Y60 m | m |",
+         "x10 y20 T1 | x11 y20 | x12 y20 | T0 | x-1 y-1 |"},
+        {anonymous, "X10 Y20 m | H1 | X10 Y20 m X50 Y60 m | X10 Y20 m | T0 | X50 Y60 m |",
+         "x10 y20 T1 | T0 | x-1 y-1 | x50 y60 T1 | x-1 y-1 | T0 |"},
+        // Cancelled touches: parked first. The fingers of then are touches no more.
+        {simple, "T1 x10 y20 | C T0 | T1 |", "x10 y20 T1 | x-1 y-1 | T0 | x10 y20 T1 | x-1 y-1 | T0 |"},
+        {simple, "T1 x10 y20 | ! x11 | x12 | T0 | C", "x10 y20 T1 | x-1 y-1 | T0 |"},
+        {slots, "I7 X10 Y20 | S1 I8 X50 Y60 | C S0 I-1 | S1 X51 | S0 I9 |",
+         "x10 y20 T1 | x-1 y-1 | T0 | x10 y20 T1 | x-1 y-1 | T0 |"},
+        {"x10 y20 T1", "x11 | T0 | T1 |", "x11 y20 T1 | x-1 y-1 | T0 |"}, // it was down before us
+    };
+    for (const auto& story : stories) {
+        Notes notes;
+        {
+            TouchTranslatorC translator(notes, pixels, ContactsOf(makeDevice(story.device).get()));
+            tell(story.story, translator);
+        }
+        EXPECT_EQ(story.told, notes.text) << story.device << ": " << story.story;
+    }
+}
+
+TEST(TouchTest, KnowsAPanel)
+{
+    const struct {
+        const char* codes;
+        int property;
+        PanelKind kind;
+    } cases[] = {
+        {simple, INPUT_PROP_DIRECT, PanelKind::Screen},    {slots, INPUT_PROP_DIRECT, PanelKind::Screen},
+        {anonymous, INPUT_PROP_DIRECT, PanelKind::Screen}, {"x0 y0 T0 F0 p0", INPUT_PROP_MAX, PanelKind::Screen},
+        {"x0 y0 L0", INPUT_PROP_MAX, PanelKind::Pointer},  {"x0 y0 L0 T0", INPUT_PROP_POINTER, PanelKind::Pad},
+        {slots, INPUT_PROP_POINTER, PanelKind::Pad},       {"X0 Y0 x0 y0 L0", INPUT_PROP_SEMI_MT, PanelKind::Pointer},
+        {"x0 y0 H0", INPUT_PROP_MAX, PanelKind::None},     {"x0 T0", INPUT_PROP_MAX, PanelKind::None},
+        {"X0 T0", INPUT_PROP_MAX, PanelKind::None},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.kind, KindOf(makeDevice(c.codes, c.property).get())) << c.codes;
+    }
+    EXPECT_LT(PanelKind::Pointer, PanelKind::Screen);
+}
+
+TEST(TouchTest, FindsThePixel)
+{
+    constexpr int least = std::numeric_limits<int>::min();
+    constexpr int most = std::numeric_limits<int>::max();
+    const struct {
+        AxisRange x;
+        AxisRange y;
+        Orientation orientation; // inverted x, inverted y, swapped
+        Position onPanel;
+        Position pixel;
+    } cases[] = {
+        {{0, 799}, {0, 479}, {}, {123, 456}, {123, 456}},
+        {{0, 4095}, {0, 4095}, {}, {0, 4095}, {0, 479}},
+        {{0, 4095}, {0, 4095}, {}, {4095, 0}, {799, 0}},
+        {{0, 4095}, {0, 4095}, {}, {4096, -1}, {799, 0}},
+        {{0, 4095}, {0, 4095}, {}, {1000, 2000}, {195, 234}},
+        {{100, 200}, {-50, 50}, {}, {100, 50}, {0, 479}},
+        {{200, 100}, {50, -50}, {}, {200, 0}, {0, 240}},
+        {{least, most}, {most, least}, {}, {most, most}, {799, 0}},
+        {{0, 4095}, {0, 4095}, {true, false, false}, {0, 0}, {799, 0}},
+        {{0, 4095}, {0, 4095}, {false, true, false}, {0, 0}, {0, 479}},
+        {{0, 4095}, {0, 1023}, {false, false, true}, {4095, 0}, {0, 479}},
+        {{0, 4095}, {0, 1023}, {true, false, true}, {4095, 1023}, {799, 0}},
+        {{0, 4095}, {0, 1023}, {false, true, true}, {4095, 1023}, {0, 479}},
+        {{7, 7}, {0, 479}, {}, {7, 9}, {0, 9}},
+    };
+    for (const auto& c : cases) {
+        const Position pixel = ScreenMapC(screen, c.x, c.y, c.orientation).ToPixel(c.onPanel);
+        EXPECT_EQ(std::make_pair(c.pixel.x, c.pixel.y), std::make_pair(pixel.x, pixel.y)) << c.onPanel.x;
+    }
+}
+
+// The words of a command line, as main gets them.
+std::vector<char*> wordsOf(std::string& ioLine)
+{
+    std::vector<char*> words;
+    for (char* word = std::strtok(ioLine.data(), " "); word != nullptr; word = std::strtok(nullptr, " ")) {
+        words.push_back(word);
+    }
+    words.push_back(nullptr);
+    return words;
+}
+
+using TouchProgramTest = FakeTest;
+
+TEST_F(TouchProgramTest, ReadsItsOwnOptionsAndLeavesTheCommandsAlone)
+{
+    const struct {
+        std::string line;
+        const char* command; // its first word; null: refused
+        std::string complaint = {};
+    } cases[] = {
+        {"t menu --print -h", "menu"},
+        {"t --print -- --menu", "--menu"},
+        {"t --screen 800x480 --device /dev/x menu", "menu"},
+        {"t --dev=x --range -5:90:7:-80 --swapped-x-y menu", "menu"},
+        {"t --range=0:1:0:2 menu --device", "menu"},
+        {"t", nullptr, "no command is given"},
+        {"t --print --", nullptr, "no command is given"},
+        {"t --device", nullptr, "--device"},
+        {"t --foo menu", nullptr, "--foo"},
+        {"t --device a --device b menu", nullptr, "--device"},
+        {"t --print=1 menu", nullptr, "--print"},
+        {"t --screen 800 menu", nullptr, "such as 800x480, not 800;"},
+        {"t --screen 0x480 menu", nullptr, "not 0x480;"},
+        {"t --screen 800x65536 menu", nullptr, "not 800x65536;"},
+        {"t --screen 800x480x menu", nullptr, "not 800x480x;"},
+        {"t --range 0:4095 menu", nullptr, "such as 0:4095:0:4095, not 0:4095;"},
+        {"t --range 3:3:0:9 menu", nullptr, "not 3:3:0:9;"},
+        {"t --range 0:9:3:3 menu", nullptr, "not 0:9:3:3;"},
+        {"t --range 0:9:0:4294967296 menu", nullptr, "not 0:9:0:4294967296;"},
+    };
+    for (auto c : cases) {
+        const std::string line = c.line;
+        std::vector<char*> words = wordsOf(c.line);
+        TouchOptions chosen;
+        fake = Fake();
+        testing::internal::CaptureStderr();
+        const bool accepted = ParseTouchOptions(static_cast<int>(words.size()) - 1, words.data(), chosen);
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(c.command != nullptr, accepted) << line;
+        if (accepted) {
+            EXPECT_STREQ(c.command, chosen.command[0]);
+            EXPECT_EQ("", said);
+        } else {
+            EXPECT_THAT(said, testing::AllOf(testing::StartsWith("pebbleton-touch: "), HasSubstr(c.complaint),
+                                             testing::EndsWith("; see pebbleton-touch --help\n")));
+            EXPECT_THAT(fake.take(), testing::ElementsAre("log 3 " + said.substr(17, said.size() - 18)));
+        }
+    }
+    std::string line = "t --help";
+    TouchOptions chosen;
+    EXPECT_TRUE(ParseTouchOptions(2, wordsOf(line).data(), chosen));
+    EXPECT_TRUE(chosen.help);
+    line = "t --screen 800x480 --range -5:90:7:-80 --inverted-y --device a --print menu";
+    ASSERT_TRUE(ParseTouchOptions(10, wordsOf(line).data(), chosen));
+    const auto& [help, device, size, range, orientation, print, command] = chosen;
+    EXPECT_THAT((std::vector{size->width, size->height, range->x.first, range->x.last, range->y.first, range->y.last}),
+                testing::ElementsAre(800, 480, -5, 90, 7, -80));
+    EXPECT_THAT((std::vector{help, orientation.invertedX, orientation.invertedY, orientation.swapped, print}),
+                testing::ElementsAre(false, false, true, false, true));
+    EXPECT_EQ("a", device);
+}
+
+TEST_F(TouchProgramTest, PrintsEachTouch)
+{
+    Notes notes;
+    TouchTranslatorC translator(notes, ScreenMapC(screen, {0, 4095}, {0, 4095}, {}),
+                                ContactsOf(makeDevice(simple).get()));
+    TouchPrinterC printer(translator);
+    testing::internal::CaptureStderr();
+    for (const int value : {1000, 1001, 1002}) {
+        printer.Handle(EV_ABS, ABS_X, value);
+        printer.Handle(EV_KEY, BTN_TOUCH, value == 1002 ? 0 : 1);
+        printer.Handle(EV_SYN, SYN_REPORT, 0);
+    }
+    EXPECT_EQ("pebbleton-touch: a touch at 1000,0 on the panel is pixel 195,0\n",
+              testing::internal::GetCapturedStderr());
+    EXPECT_THAT(notes.text, testing::StartsWith("x195 y0 T1 | "));
+}
+
+// Runs a command to its end, handing on what comes, and returns its status.
+int run(std::vector<const char*> iWords)
+{
+    iWords.push_back(nullptr);
+    CommandC command;
+    EXPECT_TRUE(command.Start(const_cast<char* const*>(iWords.data()))); // NOLINT: exec's way to take them
+    while (!command.GetStatus()) {
+        pollfd source = {command.GetDescriptor(), POLLIN, 0};
+        poll(&source, 1, -1);
+        while (const auto signal = command.TakeSignal()) {
+            command.HandOn(*signal);
+        }
+    }
+    return *command.GetStatus();
+}
+
+TEST_F(TouchProgramTest, ACommandIsAsItWouldBeAlone)
+{
+    const struct {
+        std::vector<const char*> words;
+        int status;
+        const char* complaint = "";
+    } cases[] = {
+        {{"sh", "-c", "exit 7"}, 7},
+        {{"sh", "-c", "exit $#", "sh", "a", "b c"}, 2},
+        {{"sh", "-c", "kill -KILL $$"}, 137},
+        {{"sh", "-c", "trap 'exit 3' TERM; kill -TERM $PPID; while :; do :; done"}, 3},
+        {{"sh", "-c", "trap 'exit 4' INT; kill -INT $PPID; while :; do :; done"}, 4},
+        {{"sh", "-c", "trap 'exit 5' HUP; kill -HUP $PPID; while :; do :; done"}, 5},
+        {{"sh", "-c", "kill -QUIT $PPID; while :; do :; done"}, 131},
+        {{"sh", "-c", "kill -PIPE $PPID; exit 6"}, 6},
+        {{"sh", "-c", "kill -CHLD $PPID; exit 8"}, 8},
+        {{"grep", "-q", "SigBlk:.0*$", "/proc/self/status"}, 0},
+        {{"grep", "-q", "SigIgn:.0*$", "/proc/self/status"}, 0},
+        {{"/nowhere/menu"}, 127, "/nowhere/menu cannot be started (No such file or directory)"},
+        {{"/etc"}, 126, "/etc cannot be started (Permission denied)"},
+    };
+    for (const auto& c : cases) {
+        sigset_t mask;
+        sigprocmask(SIG_SETMASK, nullptr, &mask);
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(c.status, run(c.words)) << c.words.back();
+        EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr(c.complaint));
+        sigprocmask(SIG_SETMASK, &mask, nullptr);
+        signal(SIGPIPE, SIG_DFL); // NOLINT(cert-err33-c)
+    }
+}
+
+} // namespace
