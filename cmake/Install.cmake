@@ -6,6 +6,11 @@ set(PEBBLETON_INSTALLED_THEME_DIR /usr/lib/quillfen/theme)
 
 install(TARGETS pebbleton RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
+if(PEBBLETON_TOUCH)
+    install(TARGETS pebbleton-touch RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    install(FILES man/pebbleton-touch.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+endif()
+
 set(PEBBLETON_THEME_DIR ${PEBBLETON_INSTALLED_THEME_DIR})
 configure_file(theme/main_menu.conf.in installed-theme/main_menu.conf @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/installed-theme/main_menu.conf theme/normal.png theme/pressed.png

@@ -38,7 +38,7 @@ const struct {
     {'T', EV_KEY, BTN_TOUCH},
     {'F', EV_KEY, BTN_TOOL_FINGER},
     {'L', EV_KEY, BTN_LEFT},
-    {'H', EV_KEY, KEY_HOME},
+    {'H', EV_KEY, KEY_SPACE},
     {'m', EV_SYN, SYN_MT_REPORT},
     {'|', EV_SYN, SYN_REPORT},
     {'!', EV_SYN, SYN_DROPPED},
@@ -118,10 +118,11 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
         {"x0 y0 T0 F0 p0", "F1 p40 T1 x10 y20 | p41 | F0 p0 T0 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
         {"x0 y0 L0", "x10 y20 | L1 | x11 | L0 |", "x10 y20 T1 | x11 y20 | T0 | x-1 y-1 |"},
         // Nothing new, nothing said; motion that comes with the lift still counts.
-        {simple, "x10 y20 | x11 | | T1 | | T1 | x11 | H1 | T0 |", "x11 y20 T1 | T0 | x-1 y-1 |"},
+        {simple, "x10 y20 | x11 | | H1 | H0 | T1 | | T1 | x11 | H1 | y21 | T0 |",
+         "x11 y20 T1 | x11 y21 | T0 | x-1 y-1 |"},
         {simple, "T1 x10 y20 | T0 x99 |", "x10 y20 T1 | x99 y20 | T0 | x-1 y-1 |"},
         // Several fingers: ABS_X and its like follow another one, which is none of our business.
-        {slots, "I7 X10 Y20 T1 x10 y20 | I-1 T0 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
+        {slots, "I7 X10 Y20 T1 x10 y20 | H1 | I-1 T0 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
         {slots, "I7 X10 Y20 | I-1 | I8 | I-1 | I9 Y21 | I-1 |",
          "x10 y20 T1 | T0 | x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x10 y21 T1 | T0 | x-1 y-1 |"},
         {slots, "I7 X10 Y20 | S1 I8 X50 Y60 | X51 | S0 X11 | I-1 x51 y60 | S1 X52 | I-1 | S0 I9 | I-1 |",
@@ -135,6 +136,7 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
          "x10 y20 T1 | T0 | x-1 y-1 | x51 y60 T1 | T0 | x-1 y-1 |"},
         {slots, "S5 I7 X10 Y20 | S-1 I8 | S1 I9 X30 Y40 | I-1 |", "x30 y40 T1 | T0 | x-1 y-1 |"},
         {"X0 Y0 S0 I0 D0", "I7 D3 X10 Y20 | X11 | D0 | D2 X12 | I-1 |", "x11 y20 T1 | x12 y20 | T0 | x-1 y-1 |"},
+        {"S1 X10 Y20 I7 D3", "D0 X11 | I-1 |", "x11 y20 T1 | T0 | x-1 y-1 |"}, // as it was before us
         // Fingers without names, in any order; the one that stays near is the same.
         {anonymous, "X10 Y20 m | X12 Y20 m | m |", "x10 y20 T1 | x12 y20 | T0 | x-1 y-1 |"},
         {anonymous, "X10 Y20 m | X50 Y60 m X11 Y20 m | X12 Y20 m X51 Y60 m | X52 Y60 m | m |",
@@ -156,6 +158,21 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
         }
         EXPECT_EQ(story.told, notes.text) << story.device << ": " << story.story;
     }
+}
+
+TEST(TouchTest, AFingerTakesTheFirstFreePlace)
+{
+    ContactsC contacts(Protocol::Anonymous, {});
+    for (const int place : {1, 2, 3}) {
+        for (const auto& [type, code] : {std::pair(EV_ABS, ABS_MT_POSITION_X),
+                                         {EV_SYN, SYN_MT_REPORT},
+                                         {EV_SYN, SYN_REPORT},
+                                         {EV_SYN, SYN_MT_REPORT}}) {
+            EXPECT_EQ(code == SYN_REPORT && type == EV_SYN, contacts.Handle(type, code, place));
+        }
+        contacts.Handle(EV_SYN, SYN_REPORT, 0);
+    }
+    EXPECT_EQ(1u, contacts.Get().size());
 }
 
 TEST(TouchTest, KnowsAPanel)
@@ -197,6 +214,7 @@ TEST(TouchTest, FindsThePixel)
         {{100, 200}, {-50, 50}, {}, {100, 50}, {0, 479}},
         {{200, 100}, {50, -50}, {}, {200, 0}, {0, 240}},
         {{least, most}, {most, least}, {}, {most, most}, {799, 0}},
+        {{least, most}, {most, least}, {}, {0, 0}, {400, 239}},
         {{0, 4095}, {0, 4095}, {true, false, false}, {0, 0}, {799, 0}},
         {{0, 4095}, {0, 4095}, {false, true, false}, {0, 0}, {0, 479}},
         {{0, 4095}, {0, 1023}, {false, false, true}, {4095, 0}, {0, 479}},
@@ -332,13 +350,14 @@ TEST_F(TouchProgramTest, ACommandIsAsItWouldBeAlone)
         {{"sh", "-c", "kill -PIPE $PPID; exit 6"}, 6},
         {{"sh", "-c", "kill -CHLD $PPID; exit 8"}, 8},
         {{"grep", "-q", "SigBlk:.0*$", "/proc/self/status"}, 0},
-        {{"grep", "-q", "SigIgn:.0*$", "/proc/self/status"}, 0},
+        {{"grep", "-q", "SigIgn:.0*10000$", "/proc/self/status"}, 0}, // SIGCHLD, as below
         {{"/nowhere/menu"}, 127, "/nowhere/menu cannot be started (No such file or directory)"},
         {{"/etc"}, 126, "/etc cannot be started (Permission denied)"},
     };
     for (const auto& c : cases) {
         sigset_t mask;
         sigprocmask(SIG_SETMASK, nullptr, &mask);
+        signal(SIGCHLD, SIG_IGN); // NOLINT(cert-err33-c)
         testing::internal::CaptureStderr();
         EXPECT_EQ(c.status, run(c.words)) << c.words.back();
         EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr(c.complaint));

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 #include <utility>
 
 #include <linux/input-event-codes.h>
@@ -91,7 +90,7 @@ void ContactsC::HandleSlots(unsigned iType, unsigned iCode, int iValue)
     if (iCode == ABS_MT_SLOT) {
         mSlot = iValue;
     }
-    if (mSlot < 0 || static_cast<std::size_t>(mSlot) >= mContacts.size()) {
+    if (static_cast<std::size_t>(mSlot) >= mContacts.size()) {
         return;
     }
     Contact& contact = mContacts[static_cast<std::size_t>(mSlot)];
@@ -170,8 +169,7 @@ void ContactsC::Add(const Position& iPosition)
     if (place == mContacts.end()) {
         place = mContacts.emplace(place);
     }
-    *place = {mNextId, iPosition};
-    mNextId = mNextId == std::numeric_limits<int>::max() ? 0 : mNextId + 1;
+    *place = {0, iPosition};
 }
 
 } // namespace PEBBLETON

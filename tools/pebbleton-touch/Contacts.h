@@ -11,7 +11,7 @@ namespace PEBBLETON
 // A finger, or the place in the list where one was. The position then stays, since of the next finger the kernel
 // reports only what differs from it.
 struct Contact {
-    int id = -1;            // one for each finger; below 0: there is none
+    int id = -1;            // another one when another finger takes the place; below 0: there is none
     Position position = {}; // in the panel's units
     int distance = 0;       // from the panel's surface; above 0 the finger hovers
 
@@ -62,7 +62,6 @@ private:
     Contact mFinger;                // the finger being told of; the id says whether it has a position yet
     std::vector<Position> mFingers; // those told of
     bool mToldOfFingers = false;    // a report on something else leaves the fingers as they are
-    int mNextId = 0;
 };
 
 } // namespace PEBBLETON

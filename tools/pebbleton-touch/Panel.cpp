@@ -53,10 +53,10 @@ ContactsC ContactsOf(const libevdev* iDevice)
 {
     if (!isMultiTouch(iDevice)) {
         const unsigned button = isSingleTouch(iDevice, BTN_TOUCH) ? BTN_TOUCH : BTN_LEFT;
-        const bool pressed = libevdev_get_event_value(iDevice, EV_KEY, button) != 0;
         const Position position = {libevdev_get_event_value(iDevice, EV_ABS, ABS_X),
                                    libevdev_get_event_value(iDevice, EV_ABS, ABS_Y)};
-        return {Protocol::Single, {{pressed ? 0 : -1, position}}, 0, button};
+        // One that is pressed now is heard of when it is pressed anew.
+        return {Protocol::Single, {{-1, position}}, 0, button};
     }
     const int slots = libevdev_get_num_slots(iDevice);
     if (slots < 1) {
