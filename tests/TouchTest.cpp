@@ -335,6 +335,7 @@ int run(std::vector<const char*> iWords)
 
 TEST_F(TouchProgramTest, ACommandIsAsItWouldBeAlone)
 {
+    // What awaits a signal does so for a second or so, lest it stays when the signal never comes.
     const struct {
         std::vector<const char*> words;
         int status;
@@ -343,10 +344,10 @@ TEST_F(TouchProgramTest, ACommandIsAsItWouldBeAlone)
         {{"sh", "-c", "exit 7"}, 7},
         {{"sh", "-c", "exit $#", "sh", "a", "b c"}, 2},
         {{"sh", "-c", "kill -KILL $$"}, 137},
-        {{"sh", "-c", "trap 'exit 3' TERM; kill -TERM $PPID; while :; do :; done"}, 3},
-        {{"sh", "-c", "trap 'exit 4' INT; kill -INT $PPID; while :; do :; done"}, 4},
-        {{"sh", "-c", "trap 'exit 5' HUP; kill -HUP $PPID; while :; do :; done"}, 5},
-        {{"sh", "-c", "kill -QUIT $PPID; while :; do :; done"}, 131},
+        {{"sh", "-c", "trap 'exit 3' TERM; kill -TERM $PPID; while [ $((i += 1)) -lt 999999 ]; do :; done"}, 3},
+        {{"sh", "-c", "trap 'exit 4' INT; kill -INT $PPID; while [ $((i += 1)) -lt 999999 ]; do :; done"}, 4},
+        {{"sh", "-c", "trap 'exit 5' HUP; kill -HUP $PPID; while [ $((i += 1)) -lt 999999 ]; do :; done"}, 5},
+        {{"sh", "-c", "kill -QUIT $PPID; while [ $((i += 1)) -lt 999999 ]; do :; done"}, 131},
         {{"sh", "-c", "kill -PIPE $PPID; exit 6"}, 6},
         {{"sh", "-c", "kill -CHLD $PPID; exit 8"}, 8},
         {{"grep", "-q", "SigBlk:.0*$", "/proc/self/status"}, 0},
