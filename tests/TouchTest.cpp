@@ -7,6 +7,8 @@
 
 #include <libevdev/libevdev.h>
 #include <poll.h>
+#include <pty.h>
+#include <sys/wait.h>
 
 #include "Command.h"
 #include "Fake.h"
@@ -122,7 +124,7 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
          "x11 y20 T1 | x11 y21 | T0 | x-1 y-1 |"},
         {simple, "T1 x10 y20 | T0 x99 |", "x10 y20 T1 | x99 y20 | T0 | x-1 y-1 |"},
         // Several fingers: ABS_X and its like follow another one, which is none of our business.
-        {slots, "I7 X10 Y20 T1 x10 y20 | H1 | I-1 T0 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
+        {slots, "H1 | I7 X10 Y20 T1 x10 y20 | H0 | I-1 T0 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
         {slots, "I7 X10 Y20 | I-1 | I8 | I-1 | I9 Y21 | I-1 |",
          "x10 y20 T1 | T0 | x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x10 y21 T1 | T0 | x-1 y-1 |"},
         {slots, "I7 X10 Y20 | S1 I8 X50 Y60 | X51 | S0 X11 | I-1 x51 y60 | S1 X52 | I-1 | S0 I9 | I-1 |",
@@ -264,9 +266,10 @@ TEST_F(TouchProgramTest, ReadsItsOwnOptionsAndLeavesTheCommandsAlone)
         {"t --screen 800x65536 menu", nullptr, "not 800x65536;"},
         {"t --screen 800x480x menu", nullptr, "not 800x480x;"},
         {"t --range 0:4095 menu", nullptr, "such as 0:4095:0:4095, not 0:4095;"},
+        {"t --range 0:9:3: menu", nullptr, "not 0:9:3:;"},
         {"t --range 3:3:0:9 menu", nullptr, "not 3:3:0:9;"},
         {"t --range 0:9:3:3 menu", nullptr, "not 0:9:3:3;"},
-        {"t --range 0:9:0:4294967296 menu", nullptr, "not 0:9:0:4294967296;"},
+        {"t --range 0:9:1:4294967296 menu", nullptr, "not 0:9:1:4294967296;"},
     };
     for (auto c : cases) {
         const std::string line = c.line;
@@ -365,6 +368,25 @@ TEST_F(TouchProgramTest, ACommandIsAsItWouldBeAlone)
         sigprocmask(SIG_SETMASK, &mask, nullptr);
         signal(SIGPIPE, SIG_DFL); // NOLINT(cert-err33-c)
     }
+}
+
+// The terminal sends the signal to every process on it.
+TEST_F(TouchProgramTest, AKeyReachesTheCommandOnce)
+{
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child == 0) {
+        _exit(run({"sh", "-c",
+                   "trap 'n=$((n + 1))' INT; echo .; while [ -z \"$n\" ] && [ $((i += 1)) -lt 9999999 ]; do :; done;"
+                   "i=0; while [ $((i += 1)) -lt 99999 ]; do :; done; exit $n"}));
+    }
+    char ready = 0;
+    ASSERT_EQ(1, read(terminal, &ready, 1));
+    ASSERT_EQ(1, write(terminal, "\003", 1));
+    int status = 0;
+    ASSERT_EQ(child, waitpid(child, &status, 0));
+    EXPECT_EQ(1, WEXITSTATUS(status));
+    close(terminal);
 }
 
 } // namespace

@@ -43,7 +43,7 @@ options::options_description describeOptions()
 // Whether a word is an option whose value is the next word.
 bool takesNext(const options::options_description& iDescription, const std::string& iWord)
 {
-    if (iWord.rfind("--", 0) != 0 || iWord.find('=') != std::string::npos) {
+    if (iWord.rfind("--", 0) != 0) {
         return false;
     }
     const options::option_description* option = iDescription.find_nothrow(iWord.substr(2), true);
