@@ -370,23 +370,25 @@ TEST_F(TouchProgramTest, ACommandIsAsItWouldBeAlone)
     }
 }
 
-// The terminal sends the signal to every process on it.
-TEST_F(TouchProgramTest, AKeyReachesTheCommandOnce)
+// A key's signal goes to every process on the terminal, a hang-up's to the first alone. The command counts either.
+TEST_F(TouchProgramTest, WhatTheTerminalSendsReachesTheCommandOnce)
 {
-    int terminal = -1;
-    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
-    if (child == 0) {
-        _exit(run({"sh", "-c",
-                   "trap 'n=$((n + 1))' INT; echo .; while [ -z \"$n\" ] && [ $((i += 1)) -lt 9999999 ]; do :; done;"
-                   "i=0; while [ $((i += 1)) -lt 99999 ]; do :; done; exit $n"}));
+    for (const bool hangsUp : {false, true}) {
+        int terminal = -1;
+        const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+        if (child == 0) {
+            _exit(run({"sh", "-c",
+                       "trap 'n=$((n + 1))' INT HUP; echo .;"
+                       "while [ -z \"$n\" ] && [ $((i += 1)) -lt 9999999 ]; do :; done;"
+                       "i=0; while [ $((i += 1)) -lt 99999 ]; do :; done; exit $n"}));
+        }
+        char ready = 0;
+        ASSERT_EQ(1, read(terminal, &ready, 1));
+        ASSERT_EQ(0, hangsUp ? close(terminal) : static_cast<int>(write(terminal, "\003", 1)) - 1);
+        int status = 0;
+        ASSERT_EQ(child, waitpid(child, &status, 0));
+        EXPECT_EQ(1, WEXITSTATUS(status)) << hangsUp;
     }
-    char ready = 0;
-    ASSERT_EQ(1, read(terminal, &ready, 1));
-    ASSERT_EQ(1, write(terminal, "\003", 1));
-    int status = 0;
-    ASSERT_EQ(child, waitpid(child, &status, 0));
-    EXPECT_EQ(1, WEXITSTATUS(status));
-    close(terminal);
 }
 
 } // namespace
