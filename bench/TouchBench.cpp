@@ -134,10 +134,8 @@ int main(int argc, char* argv[])
             fail("the adapter does not take the panel");
         }
     }
-    std::vector<double> took;
-    for (int number = 0; number < touches; ++number) {
-        took.push_back(touch(panel, device, number));
-    }
+    std::vector<double> took(touches);
+    std::generate(took.begin(), took.end(), [&, number = 0]() mutable { return touch(panel, device, number++); });
     std::sort(took.begin(), took.end());
 
     const long wakeUpsBefore = wakeUpsOfAdapter();

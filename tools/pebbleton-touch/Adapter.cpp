@@ -103,8 +103,8 @@ void AdapterC::TakeSignals()
 void AdapterC::ReadPanel()
 {
     TouchPrinterC printer(*mTranslator);
-    IEventSink& sink = mOptions.print ? static_cast<IEventSink&>(printer) : *mTranslator;
-    switch (mPanel->Read(sink)) {
+    IEventSink* const sink = mOptions.print ? static_cast<IEventSink*>(&printer) : mTranslator.get();
+    switch (mPanel->Read(*sink)) {
     case PanelC::State::Fine:
         break;
     case PanelC::State::Lost:

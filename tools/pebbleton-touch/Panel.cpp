@@ -1,6 +1,7 @@
 #include "Panel.h"
 
 #include <cerrno>
+#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -62,9 +63,9 @@ ContactsC ContactsOf(const libevdev* iDevice)
     if (slots < 1) {
         return {Protocol::Anonymous, {}};
     }
-    std::vector<Contact> contacts;
-    for (int slot = 0; slot < slots; ++slot) {
-        contacts.push_back(contactIn(iDevice, static_cast<unsigned>(slot)));
+    std::vector<Contact> contacts(static_cast<std::size_t>(slots));
+    for (unsigned slot = 0; slot < contacts.size(); ++slot) {
+        contacts[slot] = contactIn(iDevice, slot);
     }
     return {Protocol::Slots, std::move(contacts), libevdev_get_current_slot(iDevice)};
 }
