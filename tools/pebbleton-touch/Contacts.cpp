@@ -1,7 +1,6 @@
 #include "Contacts.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <utility>
 
@@ -16,9 +15,12 @@ namespace
 // More than this no hand has; it bounds the work for a panel gone mad.
 constexpr std::size_t mostFingers = 32;
 
+// The square of the distance, which is as good to compare by. In floating point, since positions take up all 32 bits.
 double distanceBetween(const Position& iOne, const Position& iOther)
 {
-    return std::hypot(static_cast<double>(iOne.x) - iOther.x, static_cast<double>(iOne.y) - iOther.y);
+    const double x = static_cast<double>(iOne.x) - iOther.x;
+    const double y = static_cast<double>(iOne.y) - iOther.y;
+    return x * x + y * y;
 }
 
 // A finger that was there, and a place where one is now.
