@@ -25,18 +25,18 @@ DFBRectangle toDirectfb(const Rectangle& iRectangle)
 
 // The bytes that a copy of the rectangle takes, or 0 when it is not to be copied.
 //
-// DirectFB counts in signed 32-bit numbers and does not check them: a field of 2^31 or more (negative by now) or a far
-// edge, pitch or size beyond them makes it crash or write outside the buffer. An empty buffer it would refuse, and that
-// would end the program. In both cases a theme's odd rectangle had better cost its picture alone: the button is still
-// there to be touched. Nothing is logged, since a repaint would repeat it at every touch.
+// DirectFB counts in signed 32-bit numbers and does not check them: a width or height of 2^31 or more (negative by now)
+// or a far edge, pitch or size beyond them makes it crash or write outside the buffer. An empty buffer it would refuse,
+// and that would end the program. In both cases a theme's odd rectangle had better cost its picture alone: the button
+// is still there to be touched. Nothing is logged, since a repaint would repeat it at every touch. What else does not
+// lie on a surface, to the left of it or above it too, DirectFB refuses cleanly.
 std::size_t copySize(const DFBRectangle& iRectangle, int iBytesPerPixel)
 {
     constexpr std::int64_t limit = std::numeric_limits<std::int32_t>::max();
     const std::int64_t right = std::int64_t{iRectangle.x} + iRectangle.w;
     const std::int64_t bottom = std::int64_t{iRectangle.y} + iRectangle.h;
     const std::int64_t pitch = std::int64_t{iBytesPerPixel} * iRectangle.w;
-    if (iRectangle.x < 0 || iRectangle.y < 0 || iRectangle.w < 0 || iRectangle.h < 0 || right > limit ||
-        bottom > limit || pitch > limit) {
+    if (iRectangle.w < 0 || iRectangle.h < 0 || right > limit || bottom > limit || pitch > limit) {
         return 0;
     }
     const std::int64_t size = pitch * iRectangle.h;

@@ -93,6 +93,9 @@ void Viewer::WaitEvent(InputEvent& ioEvent)
 
 void Viewer::LoadImage(const char* iImage, IDirectFBSurface** ioSurface)
 {
+    if (*ioSurface != nullptr) {
+        return;
+    }
     IDirectFBImageProvider* imageProvider = nullptr;
     DIRECTFB_CHECK(mDirectfb->CreateImageProvider(mDirectfb, iImage, &imageProvider));
     if (imageProvider == nullptr) {

@@ -28,8 +28,14 @@ TEST_F(DisplayTest, CopiesOnlyWhatFitsABuffer)
         {DSPF_RGB32, {5, 6, 0, 50}, ""},
         {DSPF_RGB32, {5, 6, 50, 0}, ""},
         {DSPF_LUT1, {5, 6, 50, 50}, ""}, // less than a byte a pixel
-        {DSPF_RGB32, {half, 0, 1, 1}, ""},
-        {DSPF_RGB32, {0, half, 1, 1}, ""},
+        // Left of the screen, and above it: for DirectFB to refuse.
+        {DSPF_RGB32, {0U - 5, 10, 100, 50}, "-5,10 100x50 pitch 400"},
+        {DSPF_RGB32, {10, 0U - 5, 100, 50}, "10,-5 100x50 pitch 400"},
+        {DSPF_LUT8, {half, half, 1, 1}, "-2147483648,-2147483648 1x1 pitch 1"},
+        {DSPF_LUT8, {0, 0, 40000, 1}, "0,0 40000x1 pitch 40000"},
+        {DSPF_LUT8, {0, 0, 1, 40000}, "0,0 1x40000 pitch 1"},
+        {DSPF_LUT8, {half - 2, 0, 1, 2}, "2147483646,0 1x2 pitch 1"}, // the far edges are not the other's
+        {DSPF_LUT8, {0, half - 2, 2, 1}, "0,2147483646 2x1 pitch 2"},
         {DSPF_RGB32, {0, 0, half, 1}, ""},
         {DSPF_RGB32, {0, 0, 1, half}, ""},
         {DSPF_RGB32, {0, 0, half, half}, ""},         // the signs cancel out
@@ -112,12 +118,19 @@ TEST_F(DisplayTest, ViewerIsUsableOnlyAfterInit)
     }
     EXPECT_THAT(fake.take(), ElementsAre("primary.Release", "buffer.Release", "directfb.Release"));
 
-    fake = Fake();
-    Viewer viewer;
-    EXPECT_TRUE(viewer.Init("n", "p"));
-    fake.take();
-    EXPECT_TRUE(viewer.Init("n", "p"));
-    EXPECT_THAT(fake.take(), ElementsAre("buffer.Reset"));
+    for (const auto& [missing, loaded] : {std::pair(1U, "n"), {2U, "p"}}) {
+        fake = Fake();
+        fake.withoutProvider = missing;
+        Viewer viewer;
+        EXPECT_FALSE(viewer.Init("n", "p"));
+        fake.take();
+        EXPECT_TRUE(viewer.Init("n", "p"));
+        EXPECT_THAT(fake.lines("directfb.CreateImageProvider"),
+                    ElementsAre(std::string("directfb.CreateImageProvider ") + loaded));
+        fake.take();
+        EXPECT_TRUE(viewer.Init("n", "p"));
+        EXPECT_THAT(fake.take(), ElementsAre("buffer.Reset"));
+    }
 }
 
 } // namespace

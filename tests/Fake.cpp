@@ -62,7 +62,7 @@ void fillDirectfb()
                       fake.call(iThis, ".CreateInputEventBuffer ", iCapabilities, " global ", iGlobal));
     };
     fakeDirectfb.CreateImageProvider = [](auto* iThis, auto* iFile, auto** ioProvider) {
-        return create(fake.providers-- > 0 ? &provider : nullptr, ioProvider,
+        return create((fake.withoutProvider >> fake.providers++ & 1U) == 0 ? &provider : nullptr, ioProvider,
                       fake.call(iThis, ".CreateImageProvider ", iFile));
     };
     provider.Release = release;

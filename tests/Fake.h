@@ -39,12 +39,13 @@ struct Input {
 struct Fake {
     std::vector<std::string> trace;
     int failAt = -1;   // the call to DirectFB that fails, counted from 0
-    int providers = 2; // so many calls to CreateImageProvider hand one out
+    unsigned withoutProvider = 0; // the bits of the calls to CreateImageProvider that hand out none
     DFBSurfacePixelFormat format = DSPF_RGB32;
     std::deque<Input> inputs;
     std::int64_t now = 0;
 
     int calls = 0;
+    int providers = 0;
     int surfaces = 0;
     bool over = false; // a fatal failure was reported: nothing counts any more
 

@@ -20,7 +20,7 @@ const std::string images = "image { normal n\n pressed p }\n";
 Line noNode(const std::string& iPath)
 {
     return AllOf(StartsWith("log 3 "), HasSubstr("Dynamic exception type: "),
-                 HasSubstr("std::exception::what: No such node (" + iPath + ")\n"));
+                 testing::EndsWith("std::exception::what: No such node (" + iPath + ")\n"));
 }
 
 TEST_F(MenuTest, ReadsEntries)
@@ -35,6 +35,9 @@ TEST_F(MenuTest, ReadsEntries)
         code = 0;
         area = {};
     }
+    ASSERT_TRUE(ReadButtonEntry("4294967295:4294967295:40000:40000:4294967295", code, area));
+    EXPECT_THAT((std::vector{code, area.x, area.y, area.width, area.height}),
+                ElementsAre(4294967295, 4294967295, 40000, 40000, 4294967295));
     for (const char* entry :
          {"1 :10:20:300:40", "1:10:20:300", "1:10:20:300:", "1,10,20,300,40", "x:10:20:300:40", ""}) {
         EXPECT_FALSE(ReadButtonEntry(entry, code, area)) << entry;
@@ -60,7 +63,7 @@ TEST_F(MenuTest, SaysWhatIsWrongWithATheme)
 {
     const auto unreadable = [](const char* iWhat) {
         return AllOf(StartsWith("log 6 Error while reading ConfigHelperC file: "), HasSubstr(iWhat),
-                     testing::EndsWith("\n\n"));
+                     testing::EndsWith("\n\n"), testing::Not(testing::EndsWith("\n\n\n")));
     };
     const Line notRead = "log 3 Failed to initialize ConfigHelper\n";
     const Line noNormal = "log 3 Failed to get normal image\n";
@@ -105,9 +108,9 @@ TEST_F(MenuTest, SaysWhatIsWrongWithATheme)
 TEST_F(MenuTest, NeedsBothSkins)
 {
     const TextFile file(images);
-    for (const int providers : {0, 1}) {
+    for (const unsigned missing : {1U, 2U, 3U}) {
         fake = Fake();
-        fake.providers = providers;
+        fake.withoutProvider = missing;
         EXPECT_FALSE(ApplicationC(file.path.c_str()).Init());
         EXPECT_THAT(fake.lines("log "), ElementsAre("log 3 Failed to initialize Viewer\n"));
         EXPECT_THAT(fake.lines("primary."), ElementsAre("primary.Release"));

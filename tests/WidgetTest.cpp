@@ -40,6 +40,7 @@ TEST_F(WidgetTest, PushButtonFollowsATouch)
         {area, {{0, 0, press}, {50, 35, move}, {50, 35, none}, {50, 35, unknown}, {50, 35, lift}}, ".....", "n"},
         {area, {{50, 35, press}, {50, 35, press}, {60, 35, move}, {60, 35, none}, {60, 35, lift}}, "ppppF", "npn"},
         {area, {{50, 35, press}, {50, 35, unknown}, {0, 0, none}, {50, 35, press}, {0, 0, unknown}}, "pp.p.", "npnpn"},
+        {{0, 0, 10, 10}, {{0, 5, press}, {5, 0, lift}, {0, 0, press}, {0, 11, move}}, "pFp.", "npnpn"},
         {{5, 6, 0, 0}, {{5, 6, press}, {6, 6, move}, {5, 6, press}, {5, 7, move}}, "p.p.", ""},
         {{10, 0, farthest - 10, 0}, {{farthest, 0, press}, {10, 0, lift}}, "pF", ""},
         {{10, 0, farthest - 9, 0}, {{10, 0, press}, {0, 0, press}}, "..", ""}, // the right edge wraps around to 0
