@@ -5,7 +5,8 @@
 
 int main(int argc, char* argv[])
 {
-    openlog("pebbleton-touch", LOG_PID | LOG_CONS | LOG_NDELAY, LOG_USER);
+    // Not LOG_CONS: what matters goes to standard error anyway, and the console may be the menu's screen.
+    openlog("pebbleton-touch", LOG_PID | LOG_NDELAY, LOG_USER);
     PEBBLETON::TouchOptions options;
     if (!PEBBLETON::ParseTouchOptions(argc, argv, options)) {
         return PEBBLETON::AdapterC::failed;
