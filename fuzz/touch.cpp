@@ -62,12 +62,14 @@ private:
             mPosition.x >= 0 && mPosition.x < screen.width && mPosition.y >= 0 && mPosition.y < screen.height;
         demand(parked || inside, "a position is on the screen or parked");
         if (mButton && !mPressed) {
-            demand(mX && mY && inside, "a press has both axes in the same report");
+            demand(mX && mY && inside && mWasParked, "a press has both axes, anew, in the same report");
         } else if (mButton) {
             demand(!mX && !mY, "a release has a report of its own");
             demand(!mLost || parked, "a touch that was lost is not released on the screen");
             mLost = false;
         }
+        demand(mPressed || mButton || parked, "no position is on the screen without a touch");
+        mWasParked = parked;
         mPressed = mPressed != mButton;
         mX = mY = mButton = false;
     }
@@ -75,6 +77,7 @@ private:
     bool mX = false, mY = false, mButton = false; // what the report has so far
     bool mPressed = false;
     bool mLost = false;
+    bool mWasParked = false; // by the report before
     Position mPosition = TouchTranslatorC::parked;
 };
 

@@ -114,43 +114,44 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
         std::string told;
     } stories[] = {
         // The touch before its position, and after it; an axis that has not changed is left out.
-        {simple, "T1 x10 y20 | T0 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
-        {simple, "x10 y20 T1 | x11 | T0 |", "x10 y20 T1 | x11 y20 | T0 | x-1 y-1 |"},
-        {"x10 y20 T0", "T1 | T0 | T1 y21 | T0 |", "x10 y20 T1 | T0 | x-1 y-1 | x10 y21 T1 | T0 | x-1 y-1 |"},
-        {"x0 y0 T0 F0 p0", "F1 p40 T1 x10 y20 | p41 | F0 p0 T0 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
-        {"x0 y0 L0", "x10 y20 | L1 | x11 | L0 |", "x10 y20 T1 | x11 y20 | T0 | x-1 y-1 |"},
+        {simple, "T1 x10 y20 | T0 |", "x-1 y-1 | x10 y20 T1 | T0 |"},
+        {simple, "x10 y20 T1 | x11 | T0 |", "x-1 y-1 | x10 y20 T1 | x11 y20 | T0 |"},
+        {"x10 y20 T0", "T1 | T0 | T1 y21 | T0 |", "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x10 y21 T1 | T0 |"},
+        {"x0 y0 T0 F0 p0", "F1 p40 T1 x10 y20 | p41 | F0 p0 T0 |", "x-1 y-1 | x10 y20 T1 | T0 |"},
+        {"x0 y0 L0", "x10 y20 | L1 | x11 | L0 |", "x-1 y-1 | x10 y20 T1 | x11 y20 | T0 |"},
         // Nothing new, nothing said; motion that comes with the lift still counts.
         {simple, "x10 y20 | x11 | | H1 | H0 | T1 | | T1 | x11 | H1 | y21 | T0 |",
-         "x11 y20 T1 | x11 y21 | T0 | x-1 y-1 |"},
-        {simple, "T1 x10 y20 | T0 x99 |", "x10 y20 T1 | x99 y20 | T0 | x-1 y-1 |"},
+         "x-1 y-1 | x11 y20 T1 | x11 y21 | T0 |"},
+        {simple, "T1 x10 y20 | T0 x99 |", "x-1 y-1 | x10 y20 T1 | x99 y20 | T0 |"},
         // Several fingers: ABS_X and its like follow another one, which is none of our business.
-        {slots, "H1 | I7 X10 Y20 T1 x10 y20 | H0 | I-1 T0 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
+        {slots, "H1 | I7 X10 Y20 T1 x10 y20 | H0 | I-1 T0 |", "x-1 y-1 | x10 y20 T1 | T0 |"},
         {slots, "I7 X10 Y20 | I-1 | I8 | I-1 | I9 Y21 | I-1 |",
-         "x10 y20 T1 | T0 | x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x10 y21 T1 | T0 | x-1 y-1 |"},
+         "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x10 y21 T1 | T0 |"},
         {slots, "I7 X10 Y20 | S1 I8 X50 Y60 | X51 | S0 X11 | I-1 x51 y60 | S1 X52 | I-1 | S0 I9 | I-1 |",
-         "x10 y20 T1 | x11 y20 | T0 | x-1 y-1 | x11 y20 T1 | T0 | x-1 y-1 |"},
+         "x-1 y-1 | x10 y20 T1 | x11 y20 | T0 | x-1 y-1 | x11 y20 T1 | T0 |"},
         {slots, "I7 X10 Y20 | S1 I8 X50 Y60 | S0 I-1 | I9 X30 | S1 I-1 | S0 I-1 |",
-         "x10 y20 T1 | T0 | x-1 y-1 | x30 y20 T1 | T0 | x-1 y-1 |"},
+         "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x30 y20 T1 | T0 |"},
         {slots, "S1 I8 X50 Y60 | S0 I7 X10 Y20 | S1 I-1 | I9 | S0 X12 | I-1 | S1 I-1 |",
-         "x50 y60 T1 | T0 | x-1 y-1 | x50 y60 T1 | T0 | x-1 y-1 |"},
-        {slots, "I7 X10 Y20 S1 I8 X50 Y60 | S0 I-1 | S1 I-1 |", "x10 y20 T1 | T0 | x-1 y-1 |"},
+         "x-1 y-1 | x50 y60 T1 | T0 | x-1 y-1 | x50 y60 T1 | T0 |"},
+        {slots, "I7 X10 Y20 S1 I8 X50 Y60 | S0 I-1 | S1 I-1 |", "x-1 y-1 | x10 y20 T1 | T0 |"},
         {slots, "I7 X10 Y20 | I8 X50 Y60 | X51 | I-1 | I9 | I-1 |",
-         "x10 y20 T1 | T0 | x-1 y-1 | x51 y60 T1 | T0 | x-1 y-1 |"},
-        {slots, "S5 I7 X10 Y20 | S-1 I8 | S1 I9 X30 Y40 | I-1 |", "x30 y40 T1 | T0 | x-1 y-1 |"},
-        {"X0 Y0 S0 I0 D0", "I7 D3 X10 Y20 | X11 | D0 | D2 X12 | I-1 |", "x11 y20 T1 | x12 y20 | T0 | x-1 y-1 |"},
-        {"S1 X10 Y20 I7 D3", "D0 X11 | I-1 |", "x11 y20 T1 | T0 | x-1 y-1 |"}, // as it was before us
+         "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x51 y60 T1 | T0 |"},
+        {slots, "S5 I7 X10 Y20 | S-1 I8 | S1 I9 X30 Y40 | I-1 |", "x-1 y-1 | x30 y40 T1 | T0 |"},
+        {"X0 Y0 S0 I0 D0", "I7 D3 X10 Y20 | X11 | D0 | D2 X12 | I-1 |", "x-1 y-1 | x11 y20 T1 | x12 y20 | T0 |"},
+        {"S1 X10 Y20 I7 D3", "D0 X11 | I-1 |", "x-1 y-1 | x11 y20 T1 | T0 |"}, // as it was before us
         // Fingers without names, in any order; the one that stays near is the same.
-        {anonymous, "X10 Y20 m | X12 Y20 m | m |", "x10 y20 T1 | x12 y20 | T0 | x-1 y-1 |"},
+        {anonymous, "X10 Y20 m | X12 Y20 m | m |", "x-1 y-1 | x10 y20 T1 | x12 y20 | T0 |"},
         {anonymous, "X10 Y20 m | X50 Y60 m X11 Y20 m | X12 Y20 m X51 Y60 m | X52 Y60 m | m |",
-         "x10 y20 T1 | x11 y20 | x12 y20 | T0 | x-1 y-1 |"},
+         "x-1 y-1 | x10 y20 T1 | x11 y20 | x12 y20 | T0 |"},
         {anonymous, "X10 Y20 m | H1 | X10 Y20 m X50 Y60 m | X10 Y20 m | T0 | X50 Y60 m |",
-         "x10 y20 T1 | T0 | x-1 y-1 | x50 y60 T1 | x-1 y-1 | T0 |"},
+         "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x50 y60 T1 | x-1 y-1 | T0 |"},
         // Cancelled touches: parked first. The fingers of then are touches no more.
-        {simple, "T1 x10 y20 | C T0 | T1 |", "x10 y20 T1 | x-1 y-1 | T0 | x10 y20 T1 | x-1 y-1 | T0 |"},
-        {simple, "T1 x10 y20 | ! x11 | x12 | T0 | C", "x10 y20 T1 | x-1 y-1 | T0 |"},
+        {simple, "T1 x10 y20 | C T0 | T1 |",
+         "x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 | x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 |"},
+        {simple, "T1 x10 y20 | ! x11 | x12 | T0 | C", "x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 |"},
         {slots, "I7 X10 Y20 | S1 I8 X50 Y60 | C S0 I-1 | S1 X51 | S0 I9 |",
-         "x10 y20 T1 | x-1 y-1 | T0 | x10 y20 T1 | x-1 y-1 | T0 |"},
-        {"x10 y20 T1", "x11 | T0 | T1 |", "x11 y20 T1 | x-1 y-1 | T0 |"}, // it was down before us
+         "x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 | x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 |"},
+        {"x10 y20 T1", "x11 | T0 | T1 |", "x-1 y-1 | x11 y20 T1 | x-1 y-1 | T0 |"}, // it was down before us
     };
     for (const auto& story : stories) {
         Notes notes;
@@ -317,7 +318,7 @@ TEST_F(TouchProgramTest, PrintsEachTouch)
     }
     EXPECT_EQ("pebbleton-touch: a touch at 1000,0 on the panel is pixel 195,0\n",
               testing::internal::GetCapturedStderr());
-    EXPECT_THAT(notes.text, testing::StartsWith("x195 y0 T1 | "));
+    EXPECT_THAT(notes.text, testing::StartsWith("x-1 y-1 | x195 y0 T1 | "));
 }
 
 // Runs a command to its end, handing on what comes, and returns its status.

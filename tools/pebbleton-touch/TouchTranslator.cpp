@@ -72,7 +72,6 @@ void TouchTranslatorC::Follow()
     }
     if (contact.id != mTouchId || !contact.IsDown()) {
         Release();
-        MoveTo(parked);
         mTouch.reset();
     }
 }
@@ -82,6 +81,10 @@ void TouchTranslatorC::Press(std::size_t iContact)
     const Contact& contact = mContacts.Get()[iContact];
     mTouch = iContact;
     mTouchId = contact.id;
+    // Only now, not after the release before: DirectFB may crash when input comes while it closes, as it does when that
+    // release has fired a button.
+    mPixel = {};
+    MoveTo(parked);
     mPixel = mMap.ToPixel(contact.position);
     mSink.Handle(EV_ABS, ABS_X, mPixel.x);
     mSink.Handle(EV_ABS, ABS_Y, mPixel.y);
