@@ -19,7 +19,9 @@ foreach(source IN LISTS lintSources)
     string(MAKE_C_IDENTIFIER ${source} stamp)
     set(stamp ${CMAKE_CURRENT_BINARY_DIR}/lint/${stamp})
     add_custom_command(OUTPUT ${stamp}
-        COMMAND ${CLANG_TIDY} --quiet -p ${CMAKE_CURRENT_BINARY_DIR} ${source}
+        # What it says when all is well is a count of what it does not say.
+        COMMAND sh -c "\"$@\" >\"$0.log\" 2>&1 || { cat \"$0.log\"; exit 1; }" ${stamp}
+            ${CLANG_TIDY} --quiet -p ${CMAKE_CURRENT_BINARY_DIR} ${source}
         COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
         DEPENDS ${source} ${lintHeaders} ${CMAKE_CURRENT_SOURCE_DIR}/.clang-tidy ${CMAKE_CURRENT_SOURCE_DIR}/tests/.clang-tidy
         COMMENT "clang-tidy ${source}" VERBATIM)

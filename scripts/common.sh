@@ -35,7 +35,6 @@ need_packages() {
     missing=$(comm -23 <(printf '%s\n' "$@" | sort) \
         <(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null | sed -n 's/^installed //p' | sort))
     [ -n "$missing" ] || return 0
-    say "Installing" $missing
     command -v apt-get >/dev/null || fail "no apt-get here; install what corresponds to:" $missing
     local asRoot=(env DEBIAN_FRONTEND=noninteractive)
     if [ "$(id -u)" -ne 0 ]; then
@@ -43,15 +42,42 @@ need_packages() {
         asRoot=(sudo "${asRoot[@]}")
     fi
     "${asRoot[@]}" apt-get -qq update || fail "the package lists cannot be updated"
-    "${asRoot[@]}" apt-get -qq install -y --no-install-recommends $missing >"$scratch/install.log" 2>&1 ||
-        { cat "$scratch/install.log" >&2; fail "the packages cannot be installed"; }
+    know_packages $missing
+    local install=("${asRoot[@]}" apt-get install -y --no-install-recommends)
+    say "Installing $(LC_ALL=C "${install[@]}" --assume-no $missing 2>/dev/null |
+        sed -n 's/^Need to get \(.*\) of archives.*/(\1 to fetch)/p')" $missing
+    if [ -t 1 ]; then
+        "${install[@]}" $missing || fail "the packages cannot be installed"
+    else
+        "${install[@]}" $missing >"$scratch/install.log" 2>&1 ||
+            { cat "$scratch/install.log" >&2; fail "the packages cannot be installed"; }
+    fi
+}
+
+# Ends where there is a package that this system does not have.
+know_packages() {
+    local unknown
+    unknown=$(comm -23 <(printf '%s\n' "$@" | sort) <(apt-cache pkgnames | sort))
+    case " "$unknown" " in
+    *" libdirectfb-"*) fail "this system has no packages of DirectFB 1.7: Debian 12 has them, 13 and later do not" ;;
+    *[a-z]*) fail "this system has no package" $unknown ;;
+    esac
 }
 
 # build PRESET [CMake options]: leaves the result in build/PRESET.
 build() {
+    local version cache=build/$1/CMakeCache.txt
+    version=$(cmake --version | sed -n '1s/[^0-9]*//p')
+    sort -CV <<<"3.20"$'\n'"$version" ||
+        fail "the scripts need CMake 3.20, and this is $version: README.md says how to build by hand"
+    [ ! -e "$cache" ] || grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$cache" ||
+        fail "build/ is that of another place: rm -r build"
     say "Building ($1)"
     cmake --preset "$@" >"$scratch/configure.log" || { cat "$scratch/configure.log" >&2; fail "CMake failed"; }
-    cmake --build --preset "$1" || fail "the build failed"
+    cmake --build --preset "$1" | tee "$scratch/build.log" || {
+        sed -n '/^FAILED: /,/^\[/p' "$scratch/build.log" >&2 # the other steps go on for a while after it
+        fail "the build failed"
+    }
 }
 
 # start_display WIDTHxHEIGHT [SERVER]: an X server of our own on a free display number, Xvfb or another. DirectFB does not
