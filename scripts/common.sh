@@ -98,11 +98,13 @@ start_menu() {
     menu=$!
 }
 
-# until_true COMMAND...: waits for the command to succeed, for ten seconds at the most.
+# until_true COMMAND...: waits for the command to succeed, for ten seconds at the most, and while the menu, if one was
+# started, is there.
 until_true() {
     local tries=0
     until "$@"; do
         [ $((tries += 1)) -le 200 ] || return 1
+        [ -z "${menu-}" ] || kill -0 "$menu" 2>/dev/null || return 1
         sleep 0.05
     done
 }
