@@ -235,7 +235,7 @@ int clock_gettime(clockid_t iClock, timespec* ioTime) noexcept
     if (iClock != CLOCK_MONOTONIC) {
         return static_cast<int>(syscall(SYS_clock_gettime, iClock, ioTime));
     }
-    *ioTime = {fake.now / 1000000000, fake.now % 1000000000};
+    *ioTime = {static_cast<time_t>(fake.now / 1000000000), static_cast<long>(fake.now % 1000000000)};
     return 0;
 }
 }
