@@ -38,7 +38,7 @@ struct Input {
 // program. Every call leaves one line in `trace`, in order, and any call to DirectFB can be made to fail.
 struct Fake {
     std::vector<std::string> trace;
-    int failAt = -1;   // the call to DirectFB that fails, counted from 0
+    int failAt = -1;              // the call to DirectFB that fails, counted from 0
     unsigned withoutProvider = 0; // the bits of the calls to CreateImageProvider that hand out none
     DFBSurfacePixelFormat format = DSPF_RGB32;
     std::deque<Input> inputs;

@@ -14,8 +14,8 @@ namespace PEBBLETON
 
 // Turns the events of one panel into those of a panel that the menu reads right.
 //
-// What comes out is, for each touch: the position `parked`, so that the kernel reports both axes of the touch anew; both
-// axes in pixels and BTN_TOUCH 1 in one report; its motion; and BTN_TOUCH 0 in a report of its own, which nothing
+// What comes out is, for each touch: the position `parked`, so that the kernel reports both axes of the touch anew;
+// both axes in pixels and BTN_TOUCH 1 in one report; its motion; and BTN_TOUCH 0 in a report of its own, which nothing
 // follows. A touch that is cancelled is parked before it is released, so that it fires nothing.
 //
 // A report is taken whole before anything is said about it. The first finger is the touch until it lifts. A finger
