@@ -41,6 +41,8 @@ const struct {
     {'F', EV_KEY, BTN_TOOL_FINGER},
     {'L', EV_KEY, BTN_LEFT},
     {'H', EV_KEY, KEY_SPACE},
+    {'M', EV_ABS, ABS_MT_TOUCH_MAJOR},
+    {'R', EV_ABS, ABS_MT_SLOT - 1},
     {'m', EV_SYN, SYN_MT_REPORT},
     {'|', EV_SYN, SYN_REPORT},
     {'!', EV_SYN, SYN_DROPPED},
@@ -145,12 +147,16 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
          "x-1 y-1 | x10 y20 T1 | x11 y20 | x12 y20 | T0 |"},
         {anonymous, "X10 Y20 m | H1 | X10 Y20 m X50 Y60 m | X10 Y20 m | T0 | X50 Y60 m |",
          "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x50 y60 T1 | x-1 y-1 | T0 |"},
+        {anonymous, "X10 Y20 m X50 Y60 m X90 Y99 m | X90 Y99 m X50 Y60 m X11 Y20 m | m |",
+         "x-1 y-1 | x10 y20 T1 | x11 y20 | T0 |"},
+        {anonymous, "M5 X10 Y20 m | X10 Y20 M0 m |", "x-1 y-1 | x10 y20 T1 | T0 |"},
         // Cancelled touches: parked first. The fingers of then are touches no more.
         {simple, "T1 x10 y20 | C T0 | T1 |",
          "x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 | x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 |"},
         {simple, "T1 x10 y20 | ! x11 | x12 | T0 | C", "x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 |"},
         {slots, "I7 X10 Y20 | S1 I8 X50 Y60 | C S0 I-1 | S1 X51 | S0 I9 |",
          "x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 | x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 |"},
+        {"S0 X10 Y20 I7", "X11 | I-1 |", ""},
         {"x10 y20 T1", "x11 | T0 | T1 |", "x-1 y-1 | x11 y20 T1 | x-1 y-1 | T0 |"}, // it was down before us
     };
     for (const auto& story : stories) {
@@ -185,16 +191,28 @@ TEST(TouchTest, KnowsAPanel)
         int property;
         PanelKind kind;
     } cases[] = {
-        {simple, INPUT_PROP_DIRECT, PanelKind::Screen},    {slots, INPUT_PROP_DIRECT, PanelKind::Screen},
-        {anonymous, INPUT_PROP_DIRECT, PanelKind::Screen}, {"x0 y0 T0 F0 p0", INPUT_PROP_MAX, PanelKind::Screen},
-        {"x0 y0 L0", INPUT_PROP_MAX, PanelKind::Pointer},  {"x0 y0 L0 T0", INPUT_PROP_POINTER, PanelKind::Pad},
-        {slots, INPUT_PROP_POINTER, PanelKind::Pad},       {"X0 Y0 x0 y0 L0", INPUT_PROP_SEMI_MT, PanelKind::Pointer},
-        {"x0 y0 H0", INPUT_PROP_MAX, PanelKind::None},     {"x0 T0", INPUT_PROP_MAX, PanelKind::None},
+        {simple, INPUT_PROP_DIRECT, PanelKind::Screen},
+        {slots, INPUT_PROP_DIRECT, PanelKind::Screen},
+        {anonymous, INPUT_PROP_DIRECT, PanelKind::Screen},
+        {"x0 y0 T0 F0 p0", INPUT_PROP_MAX, PanelKind::Screen},
+        {"x0 y0 L0", INPUT_PROP_MAX, PanelKind::Pointer},
+        {"x0 y0 L0 T0", INPUT_PROP_POINTER, PanelKind::Pad},
+        {slots, INPUT_PROP_POINTER, PanelKind::Pad},
+        {"X0 Y0 x0 y0 L0", INPUT_PROP_SEMI_MT, PanelKind::Pointer},
+        {"X0 Y0 S0 R0 x0 y0 L0", INPUT_PROP_MAX, PanelKind::Pointer},
+        {"x0 y0 H0", INPUT_PROP_MAX, PanelKind::None},
+        {"x0 T0", INPUT_PROP_MAX, PanelKind::None},
         {"X0 T0", INPUT_PROP_MAX, PanelKind::None},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(c.kind, KindOf(makeDevice(c.codes, c.property).get())) << c.codes;
+        const Device device = makeDevice(c.codes, c.property);
+        EXPECT_EQ(c.kind, KindOf(device.get())) << c.codes;
+        if (c.kind != PanelKind::None) {
+            EXPECT_EQ(4095, RangeXOf(device.get()).last);
+            EXPECT_EQ(4095, RangeYOf(device.get()).last);
+        }
     }
+    EXPECT_LT(PanelKind::Pad, PanelKind::Pointer);
     EXPECT_LT(PanelKind::Pointer, PanelKind::Screen);
 }
 
@@ -253,7 +271,12 @@ TEST_F(TouchProgramTest, ReadsItsOwnOptionsAndLeavesTheCommandsAlone)
     } cases[] = {
         {"t menu --print -h", "menu"},
         {"t --print -- --menu", "--menu"},
-        {"t --screen 800x480 --device /dev/x menu", "menu"},
+        {"t --screen 1x65535 --device /dev/x menu", "menu"},
+        {"t --dev x menu", "menu"},
+        {"t - --print", "-"},
+        {"t --device --print menu", nullptr, "--device"},
+        {"t --device -- menu", nullptr, "--device"},
+        {"t --device= menu", nullptr, "--device"},
         {"t --dev=x --range -5:90:7:-80 --swapped-x-y menu", "menu"},
         {"t --range=0:1:0:2 menu --device", "menu"},
         {"t", nullptr, "no command is given"},
@@ -290,17 +313,21 @@ TEST_F(TouchProgramTest, ReadsItsOwnOptionsAndLeavesTheCommandsAlone)
             EXPECT_THAT(fake.take(), testing::ElementsAre("log 3 " + said.substr(17, said.size() - 18)));
         }
     }
-    std::string line = "t --help";
+    std::string line = "t -h";
     TouchOptions chosen;
     EXPECT_TRUE(ParseTouchOptions(2, wordsOf(line).data(), chosen));
     EXPECT_TRUE(chosen.help);
-    line = "t --screen 800x480 --range -5:90:7:-80 --inverted-y --device a --print menu";
-    ASSERT_TRUE(ParseTouchOptions(10, wordsOf(line).data(), chosen));
+    testing::internal::CaptureStdout();
+    EXPECT_TRUE(PrintTouchHelp());
+    EXPECT_THAT(testing::internal::GetCapturedStdout(),
+                testing::AllOf(HasSubstr("Usage: pebbleton-touch "), HasSubstr("--swapped-x-y")));
+    line = "t --screen 800x480 --range -5:90:7:-80 --inverted-x --swapped-x-y --inverted-y --device a --print menu";
+    ASSERT_TRUE(ParseTouchOptions(12, wordsOf(line).data(), chosen));
     const auto& [help, device, size, range, orientation, print, command] = chosen;
     EXPECT_THAT((std::vector{size->width, size->height, range->x.first, range->x.last, range->y.first, range->y.last}),
                 testing::ElementsAre(800, 480, -5, 90, 7, -80));
     EXPECT_THAT((std::vector{help, orientation.invertedX, orientation.invertedY, orientation.swapped, print}),
-                testing::ElementsAre(false, false, true, false, true));
+                testing::ElementsAre(false, true, true, true, true));
     EXPECT_EQ("a", device);
 }
 
@@ -356,6 +383,8 @@ TEST_F(TouchProgramTest, ACommandIsAsItWouldBeAlone)
         {{"sh", "-c", "kill -CHLD $PPID; exit 8"}, 8},
         {{"grep", "-q", "SigBlk:.0*$", "/proc/self/status"}, 0},
         {{"grep", "-q", "SigIgn:.0*10000$", "/proc/self/status"}, 0}, // SIGCHLD, as below
+        {{"sh", "-c", "readlink /proc/self/fd/* | grep -q signalfd"}, 1},
+        {{"/etc/passwd/menu"}, 126, "/etc/passwd/menu cannot be started (Not a directory)"},
         {{"/nowhere/menu"}, 127, "/nowhere/menu cannot be started (No such file or directory)"},
         {{"/etc"}, 126, "/etc cannot be started (Permission denied)"},
     };
@@ -371,24 +400,27 @@ TEST_F(TouchProgramTest, ACommandIsAsItWouldBeAlone)
     }
 }
 
-// A key's signal goes to every process on the terminal, a hang-up's to the first alone. The command counts either.
+// A key's signal goes to the whole group, which the command is in or not; a hang-up's to the first process alone. The
+// command counts them.
 TEST_F(TouchProgramTest, WhatTheTerminalSendsReachesTheCommandOnce)
 {
-    for (const bool hangsUp : {false, true}) {
-        int terminal = -1;
-        const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
-        if (child == 0) {
-            _exit(run({"sh", "-c",
-                       "trap 'n=$((n + 1))' INT HUP; echo .;"
-                       "while [ -z \"$n\" ] && [ $((i += 1)) -lt 9999999 ]; do :; done;"
-                       "i=0; while [ $((i += 1)) -lt 99999 ]; do :; done; exit $n"}));
+    const std::string count = "trap 'n=$((n + 1))' INT QUIT HUP; echo .;"
+                              "while [ -z \"$n\" ] && [ $((i += 1)) -lt 9999999 ]; do :; done;"
+                              "i=0; while [ $((i += 1)) -lt 99999 ]; do :; done; exit $n";
+    for (const char* sent : {"\003", "\034", ""}) {
+        for (const char* group : {"env", "setsid"}) {
+            int terminal = -1;
+            const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+            if (child == 0) {
+                _exit(run({group, "sh", "-c", count.c_str()}));
+            }
+            char ready = 0;
+            ASSERT_EQ(1, read(terminal, &ready, 1));
+            ASSERT_EQ(0, *sent == '\0' ? close(terminal) : static_cast<int>(write(terminal, sent, 1)) - 1);
+            int status = 0;
+            ASSERT_EQ(child, waitpid(child, &status, 0));
+            EXPECT_EQ(1, WEXITSTATUS(status)) << group << ' ' << int{*sent};
         }
-        char ready = 0;
-        ASSERT_EQ(1, read(terminal, &ready, 1));
-        ASSERT_EQ(0, hangsUp ? close(terminal) : static_cast<int>(write(terminal, "\003", 1)) - 1);
-        int status = 0;
-        ASSERT_EQ(child, waitpid(child, &status, 0));
-        EXPECT_EQ(1, WEXITSTATUS(status)) << hangsUp;
     }
 }
 

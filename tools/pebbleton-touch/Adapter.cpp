@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include <libevdev/libevdev.h>
 #include <poll.h>
 
 #include "FrameBuffer.h"
@@ -15,14 +16,6 @@
 
 namespace PEBBLETON
 {
-
-namespace
-{
-
-constexpr int forEver = -1;
-constexpr int untilRetry = 100; // milliseconds; what another instance holds is free as soon as that one has ended
-
-} // namespace
 
 AdapterC::AdapterC(const TouchOptions& iOptions) : mOptions(iOptions), mWatch(iOptions.device)
 {
@@ -41,6 +34,8 @@ int AdapterC::Run()
 
 bool AdapterC::Prepare()
 {
+    // What the library thinks of a device would go to the command's standard error.
+    libevdev_set_log_function(nullptr, nullptr);
     if (mCommand.GetDescriptor() < 0 || mWatch.GetDescriptor() < 0) {
         Report(LOG_ERR,
                "signals or devices cannot be watched (%s): see whether file descriptors are used up, or those of "
@@ -74,13 +69,15 @@ void AdapterC::Wait()
     pollfd sources[] = {{mCommand.GetDescriptor(), POLLIN, 0},
                         {mWatch.GetDescriptor(), POLLIN, 0},
                         {mPanel != nullptr ? mPanel->GetDescriptor() : -1, POLLIN, 0}};
-    if (poll(sources, std::size(sources), mWatch.IsTaken() ? untilRetry : forEver) < 0) {
+    const bool isPending = mPanel != nullptr && mPanel->HasMore();
+    const int retry = mWatch.GetRetryTime();
+    if (poll(sources, std::size(sources), isPending ? 0 : retry) < 0) {
         return; // this process was stopped and goes on
     }
-    if (sources[2].revents != 0) {
+    if (sources[2].revents != 0 || isPending) {
         ReadPanel();
     }
-    if (sources[1].revents != 0 || mWatch.IsTaken()) {
+    if (sources[1].revents != 0 || retry >= 0) {
         mWatch.Drain();
         LookForPanel();
     }
@@ -89,7 +86,7 @@ void AdapterC::Wait()
     }
 }
 
-// The touch goes first, so that it cannot fire on the way out.
+// The touch goes first, so that it cannot fire a push button on the way out.
 void AdapterC::TakeSignals()
 {
     while (const std::optional<int> signal = mCommand.TakeSignal()) {
@@ -125,9 +122,14 @@ void AdapterC::LookForPanel()
     if (panel == nullptr) {
         return;
     }
-    LosePanel();
+    if (mPanel != nullptr) {
+        Tell("gives way to a touch screen");
+        mTranslator.reset();
+        mSetAside = std::move(mPanel);
+    }
     mPanel = std::move(panel);
     Tell("is used");
+    mMap = MakeMap();
     Translate();
 }
 
@@ -135,28 +137,35 @@ void AdapterC::LosePanel()
 {
     mTranslator.reset();
     mPanel.reset();
+    mSetAside.reset(); // to be found again
 }
 
 void AdapterC::Translate()
 {
     mTranslator.reset(); // which cancels its touch before anything else is said
-    mTranslator = std::make_unique<TouchTranslatorC>(mVirtual, MakeMap(), mPanel->GetContacts());
+    mTranslator = std::make_unique<TouchTranslatorC>(mVirtual, *mMap, mPanel->GetContacts());
+}
+
+// What the panel says of an axis; of one of which it says nothing, that it counts pixels.
+AxisRange AdapterC::KnownRange(const char* iAxis, const AxisRange& iRange, int iPixels) const
+{
+    if (iRange.first != iRange.last) {
+        return iRange;
+    }
+    Report(LOG_WARNING,
+           "%s, \"%s\", does not say what its %s axis reports at the edges, which is taken for pixels: give --range",
+           mPanel->GetPath().c_str(), mPanel->GetName().c_str(), iAxis);
+    return {0, iPixels - 1};
 }
 
 ScreenMapC AdapterC::MakeMap() const
 {
-    const PanelRange range = mOptions.range.value_or(PanelRange{mPanel->GetRangeX(), mPanel->GetRangeY()});
-    if (range.x.first == range.x.last || range.y.first == range.y.last) {
-        Report(LOG_WARNING,
-               "%s, \"%s\", does not say what it reports at its edges: touches are taken for pixels; give --range",
-               mPanel->GetPath().c_str(), mPanel->GetName().c_str());
-        const bool swapped = mOptions.orientation.swapped;
-        return {mScreen,
-                {0, (swapped ? mScreen.height : mScreen.width) - 1},
-                {0, (swapped ? mScreen.width : mScreen.height) - 1},
-                mOptions.orientation};
+    if (mOptions.range) {
+        return {mScreen, mOptions.range->x, mOptions.range->y, mOptions.orientation};
     }
-    return {mScreen, range.x, range.y, mOptions.orientation};
+    const bool swapped = mOptions.orientation.swapped;
+    return {mScreen, KnownRange("x", mPanel->GetRangeX(), swapped ? mScreen.height : mScreen.width),
+            KnownRange("y", mPanel->GetRangeY(), swapped ? mScreen.width : mScreen.height), mOptions.orientation};
 }
 
 void AdapterC::Tell(const char* iWhat) const

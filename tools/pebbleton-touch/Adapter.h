@@ -2,6 +2,7 @@
 #define PEBBLETON_TOUCH_ADAPTER_H
 
 #include <memory>
+#include <optional>
 
 #include "Command.h"
 #include "Panel.h"
@@ -37,9 +38,9 @@ private:
     void TakeSignals();
     void ReadPanel();
     void LookForPanel();
-    void Use(std::unique_ptr<PanelC> iPanel);
     void LosePanel();
     void Translate();
+    AxisRange KnownRange(const char* iAxis, const AxisRange& iRange, int iPixels) const;
     ScreenMapC MakeMap() const;
     void Tell(const char* iWhat) const;
 
@@ -49,6 +50,8 @@ private:
     CommandC mCommand;
     PanelWatchC mWatch;
     std::unique_ptr<PanelC> mPanel;                // the real one; null: there is none
+    std::unique_ptr<PanelC> mSetAside;             // a pointer that gave way to a screen, kept from DirectFB
+    std::optional<ScreenMapC> mMap;                // of mPanel
     std::unique_ptr<TouchTranslatorC> mTranslator; // from mPanel to mVirtual; null as long as mPanel is
 };
 

@@ -42,10 +42,6 @@ CommandC::CommandC() : mFormerMask(), mFormerChild(), mFormerPipe(), mSignals(-1
 
 CommandC::~CommandC()
 {
-    if (mChild > 0 && !mStatus) {
-        HandOn(SIGTERM);
-        waitpid(mChild, nullptr, 0);
-    }
     if (mSignals >= 0) {
         close(mSignals);
     }
@@ -75,8 +71,10 @@ std::optional<int> CommandC::TakeSignal()
     signalfd_siginfo info = {};
     while (read(mSignals, &info, sizeof info) == sizeof info) {
         const int signal = static_cast<int>(info.ssi_signo);
-        // What the terminal sends at a key goes to the command as well, which must not get it twice.
-        const bool fromKey = info.ssi_code == SI_KERNEL && (signal == SIGINT || signal == SIGQUIT);
+        // What the terminal sends at a key goes to the whole group, and must not reach the command twice. DirectFB
+        // leaves the group for a session of its own.
+        const bool fromKey =
+            info.ssi_code == SI_KERNEL && (signal == SIGINT || signal == SIGQUIT) && getpgid(mChild) == getpgrp();
         if (signal == SIGCHLD) {
             Collect();
         } else if (!fromKey) {

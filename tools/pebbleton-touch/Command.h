@@ -21,8 +21,6 @@ public:
     static constexpr int notFound = 127;
 
     CommandC();
-
-    // Ends the command if it still runs, and waits for it.
     ~CommandC();
     CommandC(const CommandC&) = delete;
     CommandC& operator=(const CommandC&) = delete;

@@ -117,9 +117,13 @@ void ContactsC::HandleSlots(unsigned iType, unsigned iCode, int iValue)
 void ContactsC::HandleAnonymous(unsigned iType, unsigned iCode, int iValue)
 {
     if (iType == EV_ABS && iCode == ABS_MT_POSITION_X) {
-        mFinger = {0, {iValue, mFinger.position.y}};
+        mFinger.id = 0;
+        mFinger.position.x = iValue;
     } else if (iType == EV_ABS && iCode == ABS_MT_POSITION_Y) {
-        mFinger = {0, {mFinger.position.x, iValue}};
+        mFinger.id = 0;
+        mFinger.position.y = iValue;
+    } else if (iType == EV_ABS && iCode == ABS_MT_TOUCH_MAJOR) {
+        mFinger.distance = iValue == 0 ? 1 : 0; // how some drivers tell of one that has just been lifted
     } else if (iType == EV_KEY && iCode == BTN_TOUCH) {
         mToldOfFingers = true;
     } else if (iType == EV_SYN && iCode == SYN_MT_REPORT) {
@@ -132,7 +136,7 @@ void ContactsC::HandleAnonymous(unsigned iType, unsigned iCode, int iValue)
 void ContactsC::EndFinger()
 {
     mToldOfFingers = true;
-    if (mFinger.id >= 0 && mFingers.size() < mostFingers) {
+    if (mFinger.IsDown() && mFingers.size() < mostFingers) {
         mFingers.push_back(mFinger.position);
     }
     mFinger = {};

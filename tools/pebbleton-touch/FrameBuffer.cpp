@@ -17,11 +17,11 @@ std::optional<ScreenSize> ReadFrameBufferSize()
     fb_var_screeninfo info = {};
     const bool known = ioctl(frameBuffer, FBIOGET_VSCREENINFO, &info) == 0;
     close(frameBuffer);
-    const ScreenSize screen = {static_cast<int>(info.xres), static_cast<int>(info.yres)};
-    if (!known || screen.width < 1 || screen.height < 1) {
+    const auto isSize = [](unsigned iPixels) { return iPixels >= 1 && iPixels <= unsigned{mostPixels}; };
+    if (!known || !isSize(info.xres) || !isSize(info.yres)) {
         return std::nullopt;
     }
-    return screen;
+    return ScreenSize{static_cast<int>(info.xres), static_cast<int>(info.yres)};
 }
 
 } // namespace PEBBLETON

@@ -1,5 +1,7 @@
 #include "Panel.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstddef>
 #include <utility>
@@ -17,16 +19,26 @@ namespace PEBBLETON
 namespace
 {
 
+// So that a panel gone mad holds up nothing else.
+constexpr int mostAtOnce = 1000;
+
 bool has(const libevdev* iDevice, unsigned iType, unsigned iCode)
 {
     return libevdev_has_event_code(iDevice, iType, iCode) != 0;
 }
 
-// The slots of a semi-multi-touch device are the corners of a box around the fingers.
+// The slots of a semi-multi-touch device are the corners of a box around the fingers. A device that has the axis before
+// that of the slots claims every axis there is, and has no fingers.
 bool isMultiTouch(const libevdev* iDevice)
 {
     return has(iDevice, EV_ABS, ABS_MT_POSITION_X) && has(iDevice, EV_ABS, ABS_MT_POSITION_Y) &&
-           libevdev_has_property(iDevice, INPUT_PROP_SEMI_MT) == 0;
+           !has(iDevice, EV_ABS, ABS_MT_SLOT - 1) && libevdev_has_property(iDevice, INPUT_PROP_SEMI_MT) == 0;
+}
+
+AxisRange rangeOf(const libevdev* iDevice, unsigned iMultiTouchAxis, unsigned iAxis)
+{
+    const input_absinfo* info = libevdev_get_abs_info(iDevice, isMultiTouch(iDevice) ? iMultiTouchAxis : iAxis);
+    return {info->minimum, info->maximum};
 }
 
 bool isSingleTouch(const libevdev* iDevice, unsigned iButton)
@@ -70,14 +82,22 @@ ContactsC ContactsOf(const libevdev* iDevice)
     return {Protocol::Slots, std::move(contacts), libevdev_get_current_slot(iDevice)};
 }
 
+AxisRange RangeXOf(const libevdev* iDevice)
+{
+    return rangeOf(iDevice, ABS_MT_POSITION_X, ABS_X);
+}
+
+AxisRange RangeYOf(const libevdev* iDevice)
+{
+    return rangeOf(iDevice, ABS_MT_POSITION_Y, ABS_Y);
+}
+
 std::unique_ptr<PanelC> PanelC::Open(const std::string& iPath)
 {
     const int descriptor = open(iPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) {
         return nullptr;
     }
-    // What it thinks of a device's events would go to the command's standard error.
-    libevdev_set_log_function(nullptr, nullptr);
     libevdev* device = nullptr;
     const int error = libevdev_new_from_fd(descriptor, &device);
     if (error != 0) {
@@ -106,7 +126,10 @@ const std::string& PanelC::GetPath() const
 
 std::string PanelC::GetName() const
 {
-    return libevdev_get_name(mDevice);
+    std::string name = libevdev_get_name(mDevice);
+    std::replace_if(
+        name.begin(), name.end(), [](unsigned char iByte) { return std::iscntrl(iByte) != 0; }, '?');
+    return name;
 }
 
 PanelKind PanelC::GetKind() const
@@ -121,12 +144,12 @@ bool PanelC::IsVirtual() const
 
 AxisRange PanelC::GetRangeX() const
 {
-    return GetRange(ABS_MT_POSITION_X, ABS_X);
+    return RangeXOf(mDevice);
 }
 
 AxisRange PanelC::GetRangeY() const
 {
-    return GetRange(ABS_MT_POSITION_Y, ABS_Y);
+    return RangeYOf(mDevice);
 }
 
 ContactsC PanelC::GetContacts() const
@@ -134,9 +157,9 @@ ContactsC PanelC::GetContacts() const
     return ContactsOf(mDevice);
 }
 
-bool PanelC::Grab()
+int PanelC::Grab()
 {
-    return libevdev_grab(mDevice, LIBEVDEV_GRAB) == 0;
+    return -libevdev_grab(mDevice, LIBEVDEV_GRAB);
 }
 
 int PanelC::GetDescriptor() const
@@ -146,7 +169,7 @@ int PanelC::GetDescriptor() const
 
 PanelC::State PanelC::Read(IEventSink& ioSink)
 {
-    for (;;) {
+    for (int events = 0; events < mostAtOnce; ++events) {
         input_event event = {};
         const int status = libevdev_next_event(mDevice, LIBEVDEV_READ_FLAG_NORMAL, &event);
         if (status == LIBEVDEV_READ_STATUS_SUCCESS) {
@@ -157,12 +180,12 @@ PanelC::State PanelC::Read(IEventSink& ioSink)
             return status == -EAGAIN || status == -EINTR ? State::Fine : State::Gone;
         }
     }
+    return State::Fine;
 }
 
-AxisRange PanelC::GetRange(unsigned iMultiTouchAxis, unsigned iAxis) const
+bool PanelC::HasMore() const
 {
-    const input_absinfo* info = libevdev_get_abs_info(mDevice, isMultiTouch(mDevice) ? iMultiTouchAxis : iAxis);
-    return {info->minimum, info->maximum};
+    return libevdev_has_event_pending(mDevice) > 0;
 }
 
 // The library learns how things are now; it says so in events, which nobody needs.

@@ -24,6 +24,10 @@ enum class PanelKind
 
 PanelKind KindOf(const libevdev* iDevice);
 
+// What the device reports at its edges; both ends are alike where it does not say. It must not be of PanelKind::None.
+AxisRange RangeXOf(const libevdev* iDevice);
+AxisRange RangeYOf(const libevdev* iDevice);
+
 // How the device tells of fingers, and as what it knows them now.
 ContactsC ContactsOf(const libevdev* iDevice);
 
@@ -38,21 +42,22 @@ public:
     PanelC& operator=(const PanelC&) = delete;
 
     const std::string& GetPath() const;
+
+    // With "?" for what would break a line.
     std::string GetName() const;
     PanelKind GetKind() const;
 
     // Whether it is the panel that this program makes, this instance or another.
     bool IsVirtual() const;
 
-    // What it reports at its edges. Both ends are alike where it does not say.
     AxisRange GetRangeX() const;
     AxisRange GetRangeY() const;
 
     // The fingers on it now.
     ContactsC GetContacts() const;
 
-    // Takes the device away from everyone else. False: somebody else has done that.
-    bool Grab();
+    // Takes the device away from everyone else. Returns 0 or an errno; EBUSY: somebody else has done that.
+    int Grab();
 
     // To be polled; readable when something happened.
     int GetDescriptor() const;
@@ -60,17 +65,19 @@ public:
     // What Read met.
     enum class State
     {
-        Fine, // all that has happened is read
+        Fine, // what has happened is handed on
         Lost, // events were lost; GetContacts knows how things are now
         Gone, // the device is not there any more
     };
 
-    // Hands on what has happened, up to a loss if there was one.
+    // Hands on what has happened, up to a loss if there was one. Of very much it leaves a part for the next time.
     State Read(IEventSink& ioSink);
+
+    // Whether a part was left, of which the descriptor may not tell.
+    bool HasMore() const;
 
 private:
     PanelC(std::string iPath, int iDescriptor, libevdev* iDevice);
-    AxisRange GetRange(unsigned iMultiTouchAxis, unsigned iAxis) const;
     State Resynchronise();
 
     std::string mPath;

@@ -37,6 +37,11 @@ std::vector<std::string> listDevices()
     return paths;
 }
 
+std::string nameOf(const PanelC& iPanel)
+{
+    return iPanel.GetPath() + ", \"" + iPanel.GetName() + '"';
+}
+
 bool isPath(const std::string& iWanted)
 {
     return !iWanted.empty() && iWanted.front() == '/';
@@ -70,11 +75,52 @@ void PanelWatchC::Drain() const
 
 std::unique_ptr<PanelC> PanelWatchC::Find(PanelKind iInsteadOf)
 {
+    mComplaints.clear();
     mTaken = false;
-    if (iInsteadOf != PanelKind::None && !mWanted.empty()) {
+    if (iInsteadOf == PanelKind::Screen || (iInsteadOf != PanelKind::None && !mWanted.empty())) {
         return nullptr;
     }
-    Watch();
+    WatchFolders();
+    auto found = GrabBest(OpenAll(iInsteadOf));
+    mTries = mTaken ? mTries + 1 : 0;
+    if (found == nullptr) {
+        SayComplaints();
+    } else {
+        mSaid.clear();
+    }
+    return found;
+}
+
+int PanelWatchC::GetRetryTime() const
+{
+    constexpr int quickTries = 50;
+    return !mTaken ? -1 : mTries < quickTries ? 100 : 1000;
+}
+
+// Before anything is looked for, so that nothing comes unseen.
+void PanelWatchC::WatchFolders()
+{
+    WatchFolder("/dev/input");
+    if (isPath(mWanted)) {
+        WatchFolder(mWanted.substr(0, mWanted.rfind('/')));
+    }
+}
+
+// A folder that is not there comes in the one above it.
+void PanelWatchC::WatchFolder(std::string iFolder)
+{
+    while (inotify_add_watch(mInotify, iFolder.empty() ? "/" : iFolder.c_str(), comings) < 0) {
+        if (errno != ENOENT || iFolder.empty()) {
+            mComplaints.push_back(iFolder + " cannot be watched (" + std::strerror(errno) +
+                                  "), so that a panel may come unnoticed: see fs.inotify.max_user_watches");
+            return;
+        }
+        iFolder.resize(iFolder.rfind('/'));
+    }
+}
+
+std::vector<std::unique_ptr<PanelC>> PanelWatchC::OpenAll(PanelKind iInsteadOf)
+{
     std::vector<std::unique_ptr<PanelC>> panels;
     for (const std::string& path : isPath(mWanted) ? std::vector{mWanted} : listDevices()) {
         auto panel = Open(path);
@@ -82,25 +128,7 @@ std::unique_ptr<PanelC> PanelWatchC::Find(PanelKind iInsteadOf)
             panels.push_back(std::move(panel));
         }
     }
-    std::stable_sort(panels.begin(), panels.end(),
-                     [](const auto& iOne, const auto& iOther) { return iOne->GetKind() > iOther->GetKind(); });
-    const auto free = std::find_if(panels.begin(), panels.end(), [this](const auto& iPanel) { return Grab(*iPanel); });
-    return free == panels.end() ? nullptr : std::move(*free);
-}
-
-bool PanelWatchC::IsTaken() const
-{
-    return mTaken;
-}
-
-// The folder of a wanted path may itself come and go, so it is asked for each time; before it is looked into, so that
-// nothing comes unseen.
-void PanelWatchC::Watch() const
-{
-    inotify_add_watch(mInotify, "/dev/input", comings);
-    if (isPath(mWanted)) {
-        inotify_add_watch(mInotify, mWanted.substr(0, mWanted.rfind('/') + 1).c_str(), comings);
-    }
+    return panels;
 }
 
 // Null: it is not the wanted one, or of no use.
@@ -108,39 +136,54 @@ std::unique_ptr<PanelC> PanelWatchC::Open(const std::string& iPath)
 {
     auto panel = PanelC::Open(iPath);
     if (panel == nullptr) {
-        if (errno == EACCES || errno == EPERM) {
-            Complain(iPath + " may not be read: run this as root, or as a user who may read input devices");
-        }
+        ComplainOfOpening(iPath, errno);
         return nullptr;
     }
     if (!mWanted.empty() && !isPath(mWanted) && panel->GetName() != mWanted) {
         return nullptr;
     }
-    const bool isWanted = !mWanted.empty();
     const PanelKind kind = panel->IsVirtual() ? PanelKind::None : panel->GetKind();
-    if (isWanted && kind == PanelKind::None) {
-        Complain(iPath + ", \"" + panel->GetName() +
-                 "\", is no panel: it reports no touches, or is one of this program's own");
+    if (!mWanted.empty() && kind == PanelKind::None) {
+        mComplaints.push_back(nameOf(*panel) + ", is no panel: it reports no touches, or is one of this program's own");
     }
-    return kind >= (isWanted ? PanelKind::Pad : PanelKind::Pointer) ? std::move(panel) : nullptr;
+    return kind >= (mWanted.empty() ? PanelKind::Pointer : PanelKind::Pad) ? std::move(panel) : nullptr;
+}
+
+// A device that is not there yet, or not any more, is nothing to complain of.
+void PanelWatchC::ComplainOfOpening(const std::string& iPath, int iError)
+{
+    if (iError == EACCES || iError == EPERM) {
+        mComplaints.push_back(iPath + " may not be read: run this as root, or as a user who may read input devices");
+    } else if (isPath(mWanted) && iError != ENOENT && iError != ENODEV && iError != ENXIO) {
+        mComplaints.push_back(iPath + " is no input device (" + std::strerror(iError) + ")");
+    }
+}
+
+std::unique_ptr<PanelC> PanelWatchC::GrabBest(std::vector<std::unique_ptr<PanelC>> iPanels)
+{
+    std::stable_sort(iPanels.begin(), iPanels.end(),
+                     [](const auto& iOne, const auto& iOther) { return iOne->GetKind() > iOther->GetKind(); });
+    const auto free =
+        std::find_if(iPanels.begin(), iPanels.end(), [this](const auto& iPanel) { return Grab(*iPanel); });
+    return free == iPanels.end() ? nullptr : std::move(*free);
 }
 
 bool PanelWatchC::Grab(PanelC& ioPanel)
 {
-    const bool grabbed = ioPanel.Grab();
-    if (!grabbed) {
+    const int error = ioPanel.Grab();
+    if (error == EBUSY) {
         mTaken = true;
-        Complain(ioPanel.GetPath() + ", \"" + ioPanel.GetName() +
-                 "\", is taken by another program, which must end first");
+        mComplaints.push_back(nameOf(ioPanel) + ", is taken by another program, which must end first");
     }
-    return grabbed;
+    return error == 0;
 }
 
-void PanelWatchC::Complain(const std::string& iComplaint)
+void PanelWatchC::SayComplaints()
 {
-    if (iComplaint != mComplaint) {
-        Report(LOG_WARNING, "%s", iComplaint.c_str());
-        mComplaint = iComplaint;
+    for (const std::string& complaint : mComplaints) {
+        if (mSaid.insert(complaint).second) {
+            Report(LOG_WARNING, "%s", complaint.c_str());
+        }
     }
 }
 

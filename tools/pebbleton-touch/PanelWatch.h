@@ -2,7 +2,9 @@
 #define PEBBLETON_TOUCH_PANEL_WATCH_H
 
 #include <memory>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "Panel.h"
 
@@ -26,23 +28,30 @@ public:
     // Forgets what has made the descriptor readable.
     void Drain() const;
 
-    // The panel that is to be used instead of one of this kind, grabbed; null: there is none. When one that is wanted
-    // cannot be used, that is reported once.
+    // The panel that is to be used instead of one of this kind, grabbed; null: there is none. Why one that is there
+    // cannot be used is then reported, each reason once until one is found.
     std::unique_ptr<PanelC> Find(PanelKind iInsteadOf);
 
-    // Whether the last Find met a panel that somebody else has grabbed. Nothing tells when they let go of it.
-    bool IsTaken() const;
+    // After how many milliseconds Find is to be asked again though nothing has come, or below 0. It is so when somebody
+    // else has grabbed a panel, since nothing tells when they let go: in most cases an instance that is about to end.
+    int GetRetryTime() const;
 
 private:
-    void Watch() const;
+    void WatchFolders();
+    void WatchFolder(std::string iFolder);
+    std::vector<std::unique_ptr<PanelC>> OpenAll(PanelKind iInsteadOf);
     std::unique_ptr<PanelC> Open(const std::string& iPath);
+    std::unique_ptr<PanelC> GrabBest(std::vector<std::unique_ptr<PanelC>> iPanels);
     bool Grab(PanelC& ioPanel);
-    void Complain(const std::string& iComplaint);
+    void ComplainOfOpening(const std::string& iPath, int iError);
+    void SayComplaints();
 
     std::string mWanted;
     int mInotify; // owned
     bool mTaken = false;
-    std::string mComplaint; // the last one, which is not repeated
+    int mTries = 0;                       // since when it is taken
+    std::vector<std::string> mComplaints; // of the last Find
+    std::set<std::string> mSaid;          // those that were reported
 };
 
 } // namespace PEBBLETON

@@ -4,7 +4,10 @@
 namespace PEBBLETON
 {
 
-// The size of the screen in pixels, one at least either way.
+// No screen is wider or higher.
+constexpr int mostPixels = 65535;
+
+// The size of the screen in pixels, from 1 to mostPixels either way.
 struct ScreenSize {
     int width;
     int height;
@@ -16,8 +19,7 @@ struct Position {
     int y;
 };
 
-// The values that an axis of a panel goes through from one edge to the other. They may run
-// backwards.
+// The values that an axis of a panel goes through from one edge to the other. They may run backwards.
 struct AxisRange {
     int first;
     int last;

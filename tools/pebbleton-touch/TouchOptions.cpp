@@ -21,9 +21,6 @@ namespace
 
 namespace options = boost::program_options;
 
-// No screen is wider or higher.
-constexpr int mostPixels = 65535;
-
 options::options_description describeOptions()
 {
     options::options_description description("Options");
@@ -53,9 +50,14 @@ bool takesNext(const options::options_description& iDescription, const std::stri
 // Where the command begins: after the first "--", or at the first word that belongs to no option.
 int findCommand(const options::options_description& iDescription, int argc, char* argv[], int& ioOptionsEnd)
 {
+    const auto isOption = [&](int iWord) {
+        return iWord < argc && argv[iWord][0] == '-' && argv[iWord][1] != '\0' && std::strcmp(argv[iWord], "--") != 0;
+    };
     int word = 1;
-    while (word < argc && argv[word][0] == '-' && std::strcmp(argv[word], "--") != 0) {
-        word += takesNext(iDescription, argv[word]) ? 2 : 1;
+    while (isOption(word)) {
+        // A value does not begin with two dashes: it would be the next option, or the end of them.
+        const bool hasNext = word + 1 < argc && std::strncmp(argv[word + 1], "--", 2) != 0;
+        word += hasNext && takesNext(iDescription, argv[word]) ? 2 : 1;
     }
     ioOptionsEnd = word < argc ? word : argc;
     return word < argc && std::strcmp(argv[word], "--") == 0 ? word + 1 : ioOptionsEnd;
@@ -110,6 +112,9 @@ TouchOptions toOptions(const options::variables_map& iValues)
     chosen.print = isGiven("print");
     if (isGiven("device")) {
         chosen.device = iValues["device"].as<std::string>();
+        if (chosen.device.empty() || chosen.device.rfind("--", 0) == 0) {
+            throw options::error("--device takes the path or the name of a panel");
+        }
     }
     if (isGiven("screen")) {
         chosen.screen = toScreen(iValues["screen"].as<std::string>());
@@ -142,11 +147,12 @@ bool ParseTouchOptions(int argc, char* argv[], TouchOptions& ioOptions)
     }
 }
 
-void PrintTouchHelp()
+bool PrintTouchHelp()
 {
     std::cout << "Usage: pebbleton-touch [OPTION...] [--] COMMAND [ARGUMENT...]\n"
                  "Runs a command with a touch panel that reports every touch whole and in pixels.\n\n"
-              << describeOptions();
+              << describeOptions() << std::flush;
+    return std::cout.good();
 }
 
 } // namespace PEBBLETON

@@ -29,8 +29,8 @@ struct TouchOptions {
 // Reads the command line up to the command, whose arguments are its own. False: it makes no sense, which is reported.
 bool ParseTouchOptions(int argc, char* argv[], TouchOptions& ioOptions);
 
-// Writes what the options are to standard output.
-void PrintTouchHelp();
+// Writes what the options are to standard output. False: it cannot be written.
+bool PrintTouchHelp();
 
 } // namespace PEBBLETON
 

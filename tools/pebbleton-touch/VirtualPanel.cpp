@@ -25,8 +25,17 @@ constexpr const char* uinputPath = "/dev/uinput";
 
 const char* adviceFor(int iError)
 {
-    return iError == EACCES || iError == EPERM ? "run it as root, or as a user who may write to it"
-                                               : "load the kernel's module for it: modprobe uinput";
+    switch (iError) {
+    case EACCES:
+    case EPERM:
+        return "run this as root, or as a user who may write to it";
+    case ENOENT:
+    case ENODEV:
+    case ENXIO:
+        return "load the kernel's module for it: modprobe uinput";
+    default:
+        return "see what memory and file descriptors there are";
+    }
 }
 
 } // namespace
