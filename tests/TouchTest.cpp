@@ -173,7 +173,7 @@ TEST(TouchTest, AFingerTakesTheFirstFreePlace)
 {
     ContactsC contacts(Protocol::Anonymous, {});
     for (const int place : {1, 2, 3}) {
-        for (const auto& [type, code] : {std::pair(EV_ABS, ABS_MT_POSITION_X),
+        for (const auto& [type, code] : {std::pair<unsigned, unsigned>(EV_ABS, ABS_MT_POSITION_X),
                                          {EV_SYN, SYN_MT_REPORT},
                                          {EV_SYN, SYN_REPORT},
                                          {EV_SYN, SYN_MT_REPORT}}) {

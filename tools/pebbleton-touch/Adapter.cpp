@@ -57,7 +57,10 @@ bool AdapterC::FindScreen()
 {
     const std::optional<ScreenSize> screen = mOptions.screen ? mOptions.screen : ReadFrameBufferSize();
     if (!screen) {
-        Report(LOG_ERR, "/dev/fb0 does not tell the screen's size: give it, as in --screen 800x480");
+        Report(LOG_ERR,
+               "/dev/fb0 does not tell the screen's size (%s): load the display's driver, or give the size, as in "
+               "--screen 800x480",
+               std::strerror(errno));
         return false;
     }
     mScreen = *screen;

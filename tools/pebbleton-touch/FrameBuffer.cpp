@@ -1,5 +1,7 @@
 #include "FrameBuffer.h"
 
+#include <cerrno>
+
 #include <fcntl.h>
 #include <linux/fb.h>
 #include <sys/ioctl.h>
@@ -19,6 +21,7 @@ std::optional<ScreenSize> ReadFrameBufferSize()
     close(frameBuffer);
     const auto isSize = [](unsigned iPixels) { return iPixels >= 1 && iPixels <= unsigned{mostPixels}; };
     if (!known || !isSize(info.xres) || !isSize(info.yres)) {
+        errno = EINVAL;
         return std::nullopt;
     }
     return ScreenSize{static_cast<int>(info.xres), static_cast<int>(info.yres)};

@@ -8,7 +8,7 @@
 namespace PEBBLETON
 {
 
-// The size of the screen as the frame buffer /dev/fb0 has it; nothing where there is none.
+// The size of the screen as the frame buffer /dev/fb0 has it; nothing where it cannot be asked, as errno says.
 std::optional<ScreenSize> ReadFrameBufferSize();
 
 } // namespace PEBBLETON
