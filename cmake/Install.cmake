@@ -1,5 +1,6 @@
-# What is installed where.
+# What is installed where. Whatever names no component is for a device.
 include(GNUInstallDirs)
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME pebbleton)
 
 # The path that the program looks in by default names this folder, so no prefix goes before it.
 set(PEBBLETON_INSTALLED_THEME_DIR /usr/lib/quillfen/theme)
@@ -23,3 +24,9 @@ install(FILES man/pebbleton-theme.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN pebbleton-launcher EXCLUDE)
 install(PROGRAMS examples/pebbleton-launcher DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+
+if(PEBBLETON_THEME)
+    install(TARGETS pebbleton-theme RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT pebbleton-theme)
+    install(FILES man/pebbleton-theme.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT pebbleton-theme)
+    install(FILES CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/pebbleton-theme COMPONENT pebbleton-theme)
+endif()

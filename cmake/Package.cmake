@@ -1,4 +1,5 @@
-# The Debian package: cpack -G DEB, with CMake 3.19 or newer.
+# The Debian packages: cpack -G DEB, with CMake 3.19 or newer. One for a device, with whatever is installed without naming a
+# component, and with PEBBLETON_THEME one for the desktop of a theme's author.
 set(CPACK_PACKAGE_VENDOR "The Pebbleton authors")
 set(CPACK_PACKAGE_CONTACT "The Pebbleton authors <pebbleton@example.org>" CACHE STRING
     "Maintainer that the package names: whoever builds it")
@@ -7,20 +8,43 @@ set(CPACK_PACKAGE_CONTACT "The Pebbleton authors <pebbleton@example.org>" CACHE 
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
 
+# The first line of each description is that package's summary; any other text here would go before it.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${CMAKE_PROJECT_NAME} built using CMake")
+set(CPACK_COMPONENTS_ALL pebbleton)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
-set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+
+set(CPACK_DEBIAN_PEBBLETON_PACKAGE_NAME pebbleton)
+set(CPACK_DEBIAN_PEBBLETON_PACKAGE_SECTION misc)
 # The image providers are loaded while running, so no binary names them. Without them no PNG can be read.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS libdirectfb-extra)
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "full-screen touch menu for embedded Linux")
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-    "Pebbleton shows a picture on a device's touch screen, lets the user touch one
+set(CPACK_DEBIAN_PEBBLETON_PACKAGE_DEPENDS libdirectfb-extra)
+set(CPACK_DEBIAN_PEBBLETON_DESCRIPTION
+    "full-screen touch menu for embedded Linux
+Pebbleton shows a picture on a device's touch screen, lets the user touch one
 of the buttons on it, and ends. The exit status says which button it was, and
 whatever started it acts on that.
 
 It draws through DirectFB and needs no window system. Where the buttons lie
 and what they look like comes from a theme: a short text file and two pictures.")
+
+if(PEBBLETON_THEME)
+    list(APPEND CPACK_COMPONENTS_ALL pebbleton-theme)
+    set(CPACK_DEBIAN_PEBBLETON-THEME_PACKAGE_NAME pebbleton-theme)
+    set(CPACK_DEBIAN_PEBBLETON-THEME_PACKAGE_SECTION misc)
+    set(CPACK_DEBIAN_PEBBLETON-THEME_PACKAGE_DEPENDS libdirectfb-extra)
+    # The menu, to be tried in a window, with the theme guide.
+    set(CPACK_DEBIAN_PEBBLETON-THEME_PACKAGE_RECOMMENDS "pebbleton, xserver-xephyr")
+    set(CPACK_DEBIAN_PEBBLETON-THEME_DESCRIPTION
+        "checks and previews themes of the Pebbleton touch menu
+A theme says what the touch menu of a device looks like: a short text file and
+two pictures. This tool names each mistake in one before a device does, draws
+the screen with its buttons, and makes a page in which the menu can be pressed
+in any browser.
+
+It also runs the menu itself in a window of the desktop.")
+endif()
 
 # What lintian --pedantic still says of it:
 # - initial-upload-closes-no-bugs: the package is not for Debian's own archive.

@@ -4,7 +4,10 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 buildPackages=(cmake g++ libboost-dev libboost-program-options-dev libdirectfb-dev libdirectfb-extra libevdev-dev ninja-build pkg-config)
+themePackages=(libcairo2-dev libxcb1-dev)
 displayPackages=(imagemagick x11-utils xdotool xvfb)
+browserPackages=(chromium chromium-driver python3-selenium)
+skinPackages=(fonts-dejavu-core imagemagick librsvg2-bin)
 
 scratch=$(mktemp -d)
 trap 'stop_children; rm -rf "$scratch"' EXIT
@@ -43,13 +46,12 @@ need_packages() {
     fi
     "${asRoot[@]}" apt-get -qq update || fail "the package lists cannot be updated"
     know_packages $missing
-    local install=("${asRoot[@]}" apt-get install -y --no-install-recommends)
-    say "Installing $(LC_ALL=C "${install[@]}" --assume-no $missing 2>/dev/null |
-        sed -n 's/^Need to get \(.*\) of archives.*/(\1 to fetch)/p')" $missing
+    local install=(apt-get install --no-install-recommends $missing)
+    say "Installing ($("${install[@]}" -qq --print-uris | awk '{ sum += $3 } END { print int(sum / 1e6) + 1 }') MB to fetch)" $missing
     if [ -t 1 ]; then
-        "${install[@]}" $missing || fail "the packages cannot be installed"
+        "${asRoot[@]}" "${install[@]}" -y || fail "the packages cannot be installed"
     else
-        "${install[@]}" $missing >"$scratch/install.log" 2>&1 ||
+        "${asRoot[@]}" "${install[@]}" -y >"$scratch/install.log" 2>&1 ||
             { cat "$scratch/install.log" >&2; fail "the packages cannot be installed"; }
     fi
 }
@@ -80,12 +82,11 @@ build() {
     }
 }
 
-# start_display WIDTHxHEIGHT [SERVER]: an X server of our own on a free display number, Xvfb or another. DirectFB does not
-# open on one with GLX, and one that resets when its last client goes may do so while DirectFB comes.
+# start_display WIDTHxHEIGHT: an X server of our own on a free display number. DirectFB does not open on one with GLX, and
+# one that resets when its last client goes may do so while DirectFB comes.
 start_display() {
-    local server=(Xvfb -screen 0 "${1}x24" -noreset)
-    [ $# -eq 1 ] || server=("$2" -screen "$1" -title Pebbleton)
-    "${server[@]}" -displayfd 3 -extension GLX -nolisten tcp 3>"$scratch/display" 2>"$scratch/display.log" &
+    Xvfb -screen 0 "${1}x24" -noreset -displayfd 3 -extension GLX -nolisten tcp 3>"$scratch/display" \
+        2>"$scratch/display.log" &
     until_true test -s "$scratch/display" || { cat "$scratch/display.log" >&2; fail "the X server does not start"; }
     DISPLAY=:$(cat "$scratch/display")
     export DISPLAY
@@ -126,4 +127,24 @@ touch_move() {
 
 touch_up() {
     xdotool mouseup 1
+}
+
+# draw_skins FOLDER: the example theme's skins from their drawings, in true colour.
+draw_skins() {
+    local skin
+    for skin in normal pressed; do
+        rsvg-convert -w 800 -h 480 -b black "theme/$skin.svg" | convert - -alpha off -strip "PNG24:$1/$skin.png"
+    done
+}
+
+# touch_anew X Y PICTURE: slides off whatever is held, touches there, and tells whether the screen becomes that picture. The
+# menu drops a touch that comes while it starts.
+touch_anew() {
+    touch_move 0 0
+    touch_up
+    touch_down "$1" "$2"
+    for _ in {1..20}; do
+        ! screen_shows "$3" || return 0
+    done
+    return 1
 }
