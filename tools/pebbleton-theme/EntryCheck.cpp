@@ -28,6 +28,9 @@ std::string otherMeaning(std::uint32_t iStatus)
     if ((iStatus >= 41 && iStatus <= 45) || (iStatus >= 169 && iStatus <= 205)) {
         return "the status of a failure of DirectFB";
     }
+    if (iStatus == 125) {
+        return "the status of a failure of pebbleton-touch";
+    }
     if (iStatus == 126 || iStatus == 127) {
         return "what a shell reports when the menu cannot be started";
     }
