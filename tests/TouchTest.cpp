@@ -139,7 +139,7 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
         {slots, "I7 X10 Y20 | I8 X50 Y60 | X51 | I-1 | I9 | I-1 |",
          "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x51 y60 T1 | T0 |"},
         {slots, "S5 I7 X10 Y20 | S-1 I8 | S1 I9 X30 Y40 | I-1 |", "x-1 y-1 | x30 y40 T1 | T0 |"},
-        {"X0 Y0 S0 I0 D0", "I7 D3 X10 Y20 | X11 | D0 | D2 X12 | I-1 |", "x-1 y-1 | x11 y20 T1 | x12 y20 | T0 |"},
+        {"X0 Y0 S0 I0 D0", "I7 D3 X10 Y20 | X11 | D0 | D2 X12 | X13 | I-1 |", "x-1 y-1 | x11 y20 T1 | x12 y20 | T0 |"},
         {"S1 X10 Y20 I7 D3", "D0 X11 | I-1 |", "x-1 y-1 | x11 y20 T1 | T0 |"}, // as it was before us
         // Fingers without names, in any order; the one that stays near is the same.
         {anonymous, "X10 Y20 m | X12 Y20 m | m |", "x-1 y-1 | x10 y20 T1 | x12 y20 | T0 |"},
