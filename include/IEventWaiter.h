@@ -15,9 +15,8 @@ public:
     // Discards every event that is queued. The last known position stays.
     virtual void Reset() = 0;
 
-    // Blocks, without time limit, until the next input. The position is always written. The type is
-    // written for a touch, a motion (Move) and a failed wait (None); any other input leaves it
-    // as the caller set it.
+    // Blocks, without time limit, until the next input. The position is always written. The type is written for a
+    // touch, a motion (Move) and a failed wait (None); any other input leaves it as the caller set it.
     virtual void WaitEvent(InputEvent& ioEvent) = 0;
 };
 

@@ -12,8 +12,7 @@ class IPainter
 public:
     virtual ~IPainter() = default;
 
-    // Shows the widget's rectangle in the state that IsPressed reports, as far as it can be drawn,
-    // before it returns.
+    // Shows the widget's rectangle in the state that IsPressed reports, as far as it can be drawn, before it returns.
     virtual void Paint(const IWidget& iWidget) = 0;
 };
 

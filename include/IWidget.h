@@ -9,15 +9,15 @@
 namespace PEBBLETON
 {
 
-// An area of the menu that watches the stream of input events and at some moment fires, which ends
-// the program with the widget's exit code.
+// An area of the menu that watches the stream of input events and at some moment fires, which ends the program with the
+// widget's exit code.
 class IWidget
 {
 public:
     virtual ~IWidget() = default;
 
-    // Offers one event. True means that the widget fires. On false the widget may still have
-    // changed its state and repainted itself.
+    // Offers one event. True means that the widget fires. On false the widget may still have changed its state and
+    // repainted itself.
     virtual bool HandleEvent(const InputEvent& iEvent) = 0;
 
     // The area that a painter copies; valid as long as the widget.

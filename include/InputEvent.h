@@ -16,8 +16,8 @@ enum class EventType : std::uint32_t
 
 // One input as the widgets see it.
 //
-// The position is the last one the touch device reported, in its own units: nothing scales or
-// clips it, so the device's axis range has to be the screen's size in pixels.
+// The position is the last one the touch device reported, in its own units: nothing scales or clips it, so the device's
+// axis range has to be the screen's size in pixels.
 struct InputEvent {
     std::uint32_t x;
     std::uint32_t y;

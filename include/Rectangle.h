@@ -6,8 +6,8 @@
 namespace PEBBLETON
 {
 
-// A widget's area in screen pixels. It addresses the screen and both skin images alike, since the
-// skins are drawn in screen coordinates.
+// A widget's area in screen pixels. It addresses the screen and both skin images alike, since the skins are drawn in
+// screen coordinates.
 struct Rectangle {
     std::uint32_t x;
     std::uint32_t y;

@@ -55,8 +55,8 @@ bool ApplicationC::Init()
 std::uint32_t ApplicationC::Run()
 {
     for (;;) {
-        // Anew before each wait: an input that means nothing leaves the type alone, and must not pass
-        // for a repetition of the one before.
+        // Anew before each wait: an input that means nothing leaves the type alone, and must not pass for a repetition
+        // of the one before.
         InputEvent event = {0, 0, EventType::None};
         mViewer.WaitEvent(event);
         for (IWidget* widget : mWidgets) {

@@ -21,8 +21,8 @@ bool ReadButtonEntry(const std::string& iEntry, std::uint32_t& ioCode, Rectangle
 
 // The menu: one display and the widgets on it.
 //
-// Constructed with the screen taken and nothing on it; Init, called once, builds the menu from the
-// theme file; Run, called only after Init returned true, lets the user choose.
+// Constructed with the screen taken and nothing on it; Init, called once, builds the menu from the theme file; Run,
+// called only after Init returned true, lets the user choose.
 class ApplicationC
 {
 public:
@@ -34,13 +34,12 @@ public:
     ApplicationC(const ApplicationC&) = delete;
     ApplicationC& operator=(const ApplicationC&) = delete;
 
-    // True: the menu stands, possibly without any widget. False: the log says what was wrong; the
-    // screen and the widgets stay as far as they got.
+    // True: the menu stands, possibly without any widget. False: the log says what was wrong; the screen and the
+    // widgets stay as far as they got.
     bool Init();
 
-    // Offers every input to the widgets in list order until one fires, and returns that one's exit
-    // code. Nothing else ends it: with no widget it never returns. Called again, it goes on with the
-    // next input.
+    // Offers every input to the widgets in list order until one fires, and returns that one's exit code. Nothing else
+    // ends it: with no widget it never returns. Called again, it goes on with the next input.
     std::uint32_t Run();
 
 private:

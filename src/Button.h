@@ -10,11 +10,11 @@ namespace PEBBLETON
 
 class Viewer;
 
-// A push button: it is drawn pressed while a touch that went down inside it stays inside it, and
-// fires when that touch is lifted inside it. Any event outside cancels the touch.
+// A push button: it is drawn pressed while a touch that went down inside it stays inside it, and fires when that touch
+// is lifted inside it. Any event outside cancels the touch.
 //
-// The far edges of the rectangle belong to the button, so a width of 100 accepts 101 columns. A
-// rectangle whose far edge wraps around 2^32 accepts nothing.
+// The far edges of the rectangle belong to the button, so a width of 100 accepts 101 columns. A rectangle whose far
+// edge wraps around 2^32 accepts nothing.
 class ButtonC : public IWidget
 {
 public:

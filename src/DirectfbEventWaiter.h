@@ -12,9 +12,9 @@ namespace PEBBLETON
 
 // Turns DirectFB's input events into those of the widgets.
 //
-// DirectFB reports a position one axis at a time and a touch without position. Hence every axis
-// motion is a Move of its own, and each event carries the last value received on both axes, (0, 0)
-// before the first. Any button of any device counts as a touch.
+// DirectFB reports a position one axis at a time and a touch without position. Hence every axis motion is a Move of its
+// own, and each event carries the last value received on both axes, (0, 0) before the first. Any button of any device
+// counts as a touch.
 //
 // A failed wait is logged and delivered as None; nothing here ends the process.
 class DirectfbEventWaiterC : public IEventWaiter

@@ -10,9 +10,8 @@ namespace PEBBLETON
 
 // Fires when a touch anywhere on the screen is lifted after three seconds or more.
 //
-// The time counts from the last Press to the Release, by the monotonic clock at the moment each is
-// handled. There is no timer: the button cannot fire while the finger is still down. It is never
-// drawn, and its rectangle decides nothing.
+// The time counts from the last Press to the Release, by the monotonic clock at the moment each is handled. There is no
+// timer: the button cannot fire while the finger is still down. It is never drawn, and its rectangle decides nothing.
 class LongPressButtonC : public IWidget
 {
 public:

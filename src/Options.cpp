@@ -40,8 +40,7 @@ bool ParseOptions(int argc, const char* const argv[], std::string& configuration
             std::cout << description << std::endl;
             return false;
         }
-        // The first value given stays: the command line goes before the environment, and both before
-        // the default.
+        // The first value given stays: the command line goes before the environment, and both before the default.
         options::store(options::parse_environment(description, "PEBBLETON_"), values);
         options::notify(values);
         configurationPath = values["configuration"].as<std::string>();

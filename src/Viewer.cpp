@@ -41,8 +41,8 @@ Viewer::Viewer()
     DIRECTFB_CHECK(mDirectfb->CreateInputEventBuffer(mDirectfb, DICAPS_ALL, DFB_FALSE, &mEventBuffer));
 }
 
-// The main interface goes after everything that came from it. The waiter and the painter go last:
-// their destructors touch no DirectFB interface.
+// The main interface goes after everything that came from it. The waiter and the painter go last: their destructors
+// touch no DirectFB interface.
 Viewer::~Viewer()
 {
     release(mPrimarySurface);
@@ -101,12 +101,12 @@ void Viewer::LoadImage(const char* iImage, IDirectFBSurface** ioSurface)
     if (imageProvider == nullptr) {
         return;
     }
-    // Zeroed, so that a provider that fails to describe its image leads to a size of nothing, which
-    // DirectFB refuses, and not to whatever stood on the stack.
+    // Zeroed, so that a provider that fails to describe its image leads to a size of nothing, which DirectFB refuses,
+    // and not to whatever stood on the stack.
     DFBSurfaceDescription sdsc = {};
     imageProvider->GetSurfaceDescription(imageProvider, &sdsc);
-    // Of the description only the size counts: the pixel format must be the primary surface's, which
-    // DirectFB gives to a surface for which none is requested.
+    // Of the description only the size counts: the pixel format must be the primary surface's, which DirectFB gives to
+    // a surface for which none is requested.
     sdsc.flags = static_cast<DFBSurfaceDescriptionFlags>(DSDESC_WIDTH | DSDESC_HEIGHT);
     DIRECTFB_CHECK(mDirectfb->CreateSurface(mDirectfb, &sdsc, ioSurface));
     imageProvider->RenderTo(imageProvider, *ioSurface, nullptr);
