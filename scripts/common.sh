@@ -72,7 +72,7 @@ build() {
     version=$(cmake --version | sed -n '1s/[^0-9]*//p')
     sort -CV <<<"3.20"$'\n'"$version" ||
         fail "the scripts need CMake 3.20, and this is $version: README.md says how to build by hand"
-    [ ! -e "$cache" ] || grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$cache" ||
+    [ ! -e "$cache" ] || [ "$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$cache")" -ef . ] ||
         fail "build/ is that of another place: rm -r build"
     say "Building ($1)"
     cmake --preset "$@" >"$scratch/configure.log" || { cat "$scratch/configure.log" >&2; fail "CMake failed"; }
@@ -99,12 +99,12 @@ start_menu() {
     menu=$!
 }
 
-# until_true COMMAND...: waits for the command to succeed, for ten seconds at the most, and while the menu, if one was
+# until_true COMMAND...: waits for the command to succeed, for half a minute at the most, and while the menu, if one was
 # started, is there.
 until_true() {
-    local tries=0
+    local end=$((SECONDS + 30))
     until "$@"; do
-        [ $((tries += 1)) -le 200 ] || return 1
+        [ "$SECONDS" -lt "$end" ] || return 1
         [ -z "${menu-}" ] || kill -0 "$menu" 2>/dev/null || return 1
         sleep 0.05
     done
@@ -137,14 +137,15 @@ draw_skins() {
     done
 }
 
-# touch_anew X Y PICTURE: slides off whatever is held, touches there, and tells whether the screen becomes that picture. The
-# menu drops a touch that comes while it starts.
+# touch_anew X Y PICTURE: slides off whatever is held, touches there, and tells whether the screen becomes that picture.
+# The menu drops a touch that comes while it starts. It waits for less than the three seconds that make a long press of
+# the touch when the next one slides off.
 touch_anew() {
+    local end=$((SECONDS + 2))
     touch_move 0 0
     touch_up
     touch_down "$1" "$2"
-    for _ in {1..20}; do
-        ! screen_shows "$3" || return 0
+    until screen_shows "$3"; do
+        [ "$SECONDS" -lt "$end" ] || return 1
     done
-    return 1
 }

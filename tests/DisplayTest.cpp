@@ -32,8 +32,8 @@ TEST_F(DisplayTest, CopiesOnlyWhatFitsABuffer)
         {DSPF_RGB32, {0U - 5, 10, 100, 50}, "-5,10 100x50 pitch 400"},
         {DSPF_RGB32, {10, 0U - 5, 100, 50}, "10,-5 100x50 pitch 400"},
         {DSPF_LUT8, {half, half, 1, 1}, "-2147483648,-2147483648 1x1 pitch 1"},
-        {DSPF_LUT8, {0, 0, 40000, 1}, "0,0 40000x1 pitch 40000"},
-        {DSPF_LUT8, {0, 0, 1, 40000}, "0,0 1x40000 pitch 1"},
+        {DSPF_LUT8, {0, 0, 70000, 1}, "0,0 70000x1 pitch 70000"},
+        {DSPF_LUT8, {0, 0, 1, 70000}, "0,0 1x70000 pitch 1"},
         {DSPF_LUT8, {half - 2, 0, 1, 2}, "2147483646,0 1x2 pitch 1"}, // the far edges are not the other's
         {DSPF_LUT8, {0, half - 2, 2, 1}, "0,2147483646 2x1 pitch 2"},
         {DSPF_RGB32, {0, 0, half, 1}, ""},

@@ -35,9 +35,12 @@ TEST_F(MenuTest, ReadsEntries)
         code = 0;
         area = {};
     }
-    ASSERT_TRUE(ReadButtonEntry("4294967295:4294967295:40000:40000:4294967295", code, area));
+    ASSERT_TRUE(ReadButtonEntry("4294967295:4294967295:70000:70000:4294967295", code, area));
     EXPECT_THAT((std::vector{code, area.x, area.y, area.width, area.height}),
-                ElementsAre(4294967295, 4294967295, 40000, 40000, 4294967295));
+                ElementsAre(4294967295, 4294967295, 70000, 70000, 4294967295));
+    ASSERT_TRUE(ReadButtonEntry("70000:70000:4294967295:4294967295:70000", code, area));
+    EXPECT_THAT((std::vector{code, area.x, area.y, area.width, area.height}),
+                ElementsAre(70000, 70000, 4294967295, 4294967295, 70000));
     for (const char* entry :
          {"1 :10:20:300:40", "1:10:20:300", "1:10:20:300:", "1,10,20,300,40", "x:10:20:300:40", ""}) {
         EXPECT_FALSE(ReadButtonEntry(entry, code, area)) << entry;
