@@ -56,9 +56,10 @@ need_packages() {
     fi
 }
 
-# Ends where there is a package that this system does not have.
+# Ends where there is a package that this system does not have, or has too old.
 know_packages() {
     local unknown
+    [[ " $* " != *" cmake "* ]] || know_cmake "$(apt-cache policy cmake | sed -n 's/ *Candidate: //p')"
     unknown=$(comm -23 <(printf '%s\n' "$@" | sort) <(apt-cache pkgnames | sort))
     case " "$unknown" " in
     *" libdirectfb-"*) fail "this system has no packages of DirectFB 1.7: Debian 12 has them, 13 and later do not" ;;
@@ -66,12 +67,15 @@ know_packages() {
     esac
 }
 
+know_cmake() {
+    sort -CV <<<"3.20"$'\n'"$1" ||
+        fail "the scripts need CMake 3.20, and this system has $1: README.md says how to build by hand"
+}
+
 # build PRESET [CMake options]: leaves the result in build/PRESET.
 build() {
-    local version cache=build/$1/CMakeCache.txt
-    version=$(cmake --version | sed -n '1s/[^0-9]*//p')
-    sort -CV <<<"3.20"$'\n'"$version" ||
-        fail "the scripts need CMake 3.20, and this is $version: README.md says how to build by hand"
+    local cache=build/$1/CMakeCache.txt
+    know_cmake "$(cmake --version | sed -n '1s/[^0-9]*//p')"
     [ ! -e "$cache" ] || [ "$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$cache")" -ef . ] ||
         fail "build/ is that of another place: rm -r build"
     say "Building ($1)"

@@ -366,7 +366,7 @@ int run(std::vector<const char*> iWords)
 
 TEST_F(TouchProgramTest, ACommandIsAsItWouldBeAlone)
 {
-    // What awaits a signal does so for a second or so, lest it stays when the signal never comes.
+    // What awaits a signal does so for a second or so, so that it ends also when the signal never comes.
     const struct {
         std::vector<const char*> words;
         int status;

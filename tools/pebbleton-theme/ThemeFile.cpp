@@ -170,7 +170,7 @@ bool ThemeFileC::ReadText(FindingsC& ioFindings)
     stream.read(mText.data(), static_cast<std::streamsize>(mText.size()));
     mText.resize(static_cast<std::size_t>(stream.gcount()));
     if (mText.size() > largestText) {
-        ioFindings.AddError("is larger than 1 MB, as no theme is: it is not looked at");
+        ioFindings.AddError("is larger than 1 MB, as no theme is: it is not read");
         return false;
     }
     return true;
