@@ -4,29 +4,24 @@
 // arguments, and nothing else: no options, no theme file, no log, no widgets. Built with the same flags, it is what the
 // program is measured against.
 
-#include <cstddef>
-#include <cstdint>
-#include <vector>
-
 #include <directfb.h>
+
+#include "BareCalls.h"
 
 namespace
 {
+
+using namespace PEBBLETON;
 
 struct Button {
     int code;
     int x;
     int y;
-    int width;
-    int height;
 };
 
-constexpr Button buttons[] = {
-    {1, 40, 140, 350, 130},
-    {2, 410, 140, 350, 130},
-    {3, 40, 290, 350, 130},
-    {4, 410, 290, 350, 130},
-};
+constexpr Button buttons[] = {{1, 40, 140}, {2, 410, 140}, {3, 40, 290}, {4, 410, 290}};
+constexpr int width = 350;
+constexpr int height = 130;
 
 IDirectFB* directfb;
 IDirectFBSurface* primary;
@@ -34,34 +29,13 @@ IDirectFBSurface* normal;
 IDirectFBSurface* pressed;
 IDirectFBEventBuffer* events;
 
-void check(DFBResult iResult)
-{
-    if (iResult != DFB_OK) {
-        DirectFBErrorFatal("bare-menu", iResult);
-    }
-}
-
-void openDisplay()
-{
-    check(DirectFBInit(nullptr, nullptr));
-    check(DirectFBCreate(&directfb));
-    check(directfb->SetCooperativeLevel(directfb, DFSCL_FULLSCREEN));
-    DFBSurfaceDescription description = {};
-    description.flags = DSDESC_CAPS;
-    description.caps = DSCAPS_PRIMARY;
-    check(directfb->CreateSurface(directfb, &description, &primary));
-    check(directfb->CreateInputEventBuffer(directfb, DICAPS_ALL, DFB_FALSE, &events));
-}
-
 IDirectFBSurface* loadImage(const char* iPath)
 {
     IDirectFBImageProvider* provider = nullptr;
-    IDirectFBSurface* surface = nullptr;
     DFBSurfaceDescription description = {};
     check(directfb->CreateImageProvider(directfb, iPath, &provider));
     check(provider->GetSurfaceDescription(provider, &description));
-    description.flags = static_cast<DFBSurfaceDescriptionFlags>(DSDESC_WIDTH | DSDESC_HEIGHT);
-    check(directfb->CreateSurface(directfb, &description, &surface));
+    IDirectFBSurface* surface = makeSurface(directfb, description);
     check(provider->RenderTo(provider, surface, nullptr));
     provider->Release(provider);
     return surface;
@@ -69,18 +43,7 @@ IDirectFBSurface* loadImage(const char* iPath)
 
 void paint(const Button& iButton, IDirectFBSurface* iSkin)
 {
-    DFBRectangle area;
-    area.x = iButton.x;
-    area.y = iButton.y;
-    area.w = iButton.width;
-    area.h = iButton.height;
-    DFBSurfacePixelFormat format = DSPF_UNKNOWN;
-    check(primary->GetPixelFormat(primary, &format));
-    const int pitch = static_cast<int>(DFB_BYTES_PER_PIXEL(format)) * area.w;
-    std::vector<std::uint8_t> pixels(static_cast<std::size_t>(pitch) * static_cast<std::size_t>(area.h));
-    check(iSkin->Read(iSkin, &area, pixels.data(), pitch));
-    check(primary->Write(primary, &area, pixels.data(), pitch));
-    check(primary->Flip(primary, nullptr, DSFLIP_WAITFORSYNC));
+    copyAnew({iButton.x, iButton.y, width, height}, iSkin, primary);
 }
 
 void showMenu(const char* iNormal, const char* iPressed)
@@ -98,7 +61,7 @@ void showMenu(const char* iNormal, const char* iPressed)
 const Button* buttonAt(int iX, int iY)
 {
     for (const Button& button : buttons) {
-        if (button.x <= iX && iX <= button.x + button.width && button.y <= iY && iY <= button.y + button.height) {
+        if (button.x <= iX && iX <= button.x + width && button.y <= iY && iY <= button.y + height) {
             return &button;
         }
     }
@@ -129,15 +92,6 @@ int waitForTouch()
     }
 }
 
-void closeDisplay()
-{
-    primary->Release(primary);
-    normal->Release(normal);
-    pressed->Release(pressed);
-    events->Release(events);
-    directfb->Release(directfb);
-}
-
 } // namespace
 
 int main(int argc, char* argv[])
@@ -145,9 +99,14 @@ int main(int argc, char* argv[])
     if (argc != 3) {
         return -1;
     }
-    openDisplay();
+    openDisplay(directfb, primary);
+    check(directfb->CreateInputEventBuffer(directfb, DICAPS_ALL, DFB_FALSE, &events));
     showMenu(argv[1], argv[2]);
     const int code = waitForTouch();
-    closeDisplay();
+    primary->Release(primary);
+    normal->Release(normal);
+    pressed->Release(pressed);
+    events->Release(events);
+    directfb->Release(directfb);
     return code;
 }

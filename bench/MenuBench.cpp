@@ -1,12 +1,11 @@
 // What events and themes cost, on a DirectFB that does nothing.
 
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 #include <unistd.h>
@@ -37,86 +36,54 @@ public:
     }
 };
 
-template <typename Widget>
-std::unique_ptr<IWidget> makeWidget(Viewer& ioViewer)
-{
-    const Rectangle rectangle = {100, 100, 100, 50};
-    if constexpr (std::is_constructible_v<Widget, std::uint32_t, Viewer*, const Rectangle&>) {
-        return std::make_unique<Widget>(0, &ioViewer, rectangle);
-    } else {
-        return std::make_unique<Widget>(0, rectangle);
-    }
-}
-
 // One motion offered to every widget, as the program's loop does it. It lies in the columns of every button and below
-// all of them, so that each has to make all four comparisons.
-template <typename Widget>
+// all of them, so that each has to make all four comparisons. A widget that draws itself wants a viewer.
+template <typename Widget, typename... MaybeViewer>
 void offerEvent(benchmark::State& ioState)
 {
     Viewer viewer;
     viewer.Init("", "");
-    std::vector<std::unique_ptr<IWidget>> owned;
-    std::vector<IWidget*> widgets;
+    const Rectangle rectangle = {100, 100, 100, 50};
+    std::vector<std::unique_ptr<IWidget>> widgets;
     for (std::int64_t i = 0; i < ioState.range(0); ++i) {
-        owned.push_back(makeWidget<Widget>(viewer));
-        widgets.push_back(owned.back().get());
+        widgets.push_back(std::make_unique<Widget>(0, static_cast<MaybeViewer*>(&viewer)..., rectangle));
     }
     const InputEvent event = {150, 300, EventType::Move};
     for (auto _ : ioState) {
-        for (IWidget* widget : widgets) {
+        for (const auto& widget : widgets) {
             if (widget->HandleEvent(event)) {
                 std::abort();
             }
         }
     }
-    ioState.counters["per_widget"] =
-        benchmark::Counter(static_cast<double>(ioState.range(0)),
-                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-BENCHMARK_TEMPLATE(offerEvent, ButtonC)->Name("event/button")->RangeMultiplier(10)->Range(1, 10000);
+BENCHMARK_TEMPLATE(offerEvent, ButtonC, Viewer)->Name("event/button")->RangeMultiplier(10)->Range(1, 10000);
 BENCHMARK_TEMPLATE(offerEvent, LongPressButtonC)->Name("event/long_press")->RangeMultiplier(10)->Range(1, 10000);
-BENCHMARK_TEMPLATE(offerEvent, BareWidget)->Name("event/bare_call")->RangeMultiplier(10)->Range(1, 10000);
+BENCHMARK_TEMPLATE(offerEvent, BareWidget, Viewer)->Name("event/bare_call")->RangeMultiplier(10)->Range(1, 10000);
 
-// A theme file with that many buttons of one kind, gone with the object.
-class ThemeC
+// Makes a theme file with that many buttons of one kind. Whoever asks for it removes it.
+std::string writeTheme(const std::string& iSection, std::int64_t iEntries)
 {
-public:
-    ThemeC(const char* iSection, std::int64_t iEntries)
-        : mPath(std::filesystem::temp_directory_path() / ("pebbleton-bench-" + std::to_string(getpid()) + ".conf"))
-    {
-        std::ofstream file(mPath);
-        file << "image\n{\n    normal normal.png\n    pressed pressed.png\n}\n";
-        for (const char* section : {"button_long_press", "button_normal"}) {
-            file << section << "\n{\n";
-            for (std::int64_t i = 0; std::string(section) == iSection && i < iEntries; ++i) {
-                file << "    button " << i % 128 << ':' << i % 700 << ':' << i % 430 << ":100:50\n";
-            }
-            file << "}\n";
+    std::string path = "/tmp/pebbleton-bench-" + std::to_string(getpid()) + ".conf";
+    std::ofstream file(path);
+    file << "image\n{\n    normal normal.png\n    pressed pressed.png\n}\n";
+    for (const char* section : {"button_long_press", "button_normal"}) {
+        file << section << "\n{\n";
+        for (std::int64_t i = 0; section == iSection && i < iEntries; ++i) {
+            file << "    button " << i % 128 << ':' << i % 700 << ':' << i % 430 << ":100:50\n";
         }
+        file << "}\n";
     }
-    ~ThemeC()
-    {
-        std::filesystem::remove(mPath);
-    }
-    ThemeC(const ThemeC&) = delete;
-    ThemeC& operator=(const ThemeC&) = delete;
-
-    const char* GetPath() const
-    {
-        return mPath.c_str();
-    }
-
-private:
-    std::filesystem::path mPath;
-};
+    return path;
+}
 
 // From file to widgets. Giving the widgets back is not part of it.
 void readTheme(benchmark::State& ioState, const char* iSection)
 {
-    const ThemeC theme(iSection, ioState.range(0));
+    const std::string theme = writeTheme(iSection, ioState.range(0));
     while (ioState.KeepRunning()) {
-        auto application = std::make_unique<ApplicationC>(theme.GetPath());
+        auto application = std::make_unique<ApplicationC>(theme.c_str());
         if (!application->Init()) {
             ioState.SkipWithError("the theme is not accepted");
         }
@@ -124,16 +91,17 @@ void readTheme(benchmark::State& ioState, const char* iSection)
         application.reset();
         ioState.ResumeTiming();
     }
+    std::remove(theme.c_str());
 }
 
 // The least that it can take: the libraries' own part of it, with and without the numbers that sscanf reads.
 void readInfo(benchmark::State& ioState, bool iNumbersToo)
 {
     const char* section = "button_normal";
-    const ThemeC theme(section, ioState.range(0));
+    const std::string theme = writeTheme(section, ioState.range(0));
     while (ioState.KeepRunning()) {
         boost::property_tree::ptree tree;
-        boost::property_tree::read_info(std::string(theme.GetPath()), tree);
+        boost::property_tree::read_info(theme, tree);
         if (iNumbersToo) {
             for (const auto& child : tree.get_child(section)) {
                 std::uint32_t code = 0;
@@ -144,12 +112,18 @@ void readInfo(benchmark::State& ioState, bool iNumbersToo)
         ioState.PauseTiming(); // as readTheme does, so that both pay for it
         ioState.ResumeTiming();
     }
+    std::remove(theme.c_str());
 }
 
-BENCHMARK_CAPTURE(readTheme, push, "button_normal")->Name("theme/push")->Arg(10)->Arg(1000)->Arg(10000);
-BENCHMARK_CAPTURE(readTheme, longPress, "button_long_press")->Name("theme/long_press")->Arg(10)->Arg(1000)->Arg(10000);
-BENCHMARK_CAPTURE(readInfo, alone, false)->Name("theme/read_info")->Arg(10)->Arg(1000)->Arg(10000);
-BENCHMARK_CAPTURE(readInfo, numbers, true)->Name("theme/read_info_and_sscanf")->Arg(10)->Arg(1000)->Arg(10000);
+void sizes(benchmark::internal::Benchmark* ioBenchmark)
+{
+    ioBenchmark->Arg(10)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+}
+
+BENCHMARK_CAPTURE(readTheme, push, "button_normal")->Apply(sizes);
+BENCHMARK_CAPTURE(readTheme, long_press, "button_long_press")->Apply(sizes);
+BENCHMARK_CAPTURE(readInfo, read_info, false)->Apply(sizes);
+BENCHMARK_CAPTURE(readInfo, read_info_and_sscanf, true)->Apply(sizes);
 
 } // namespace
 

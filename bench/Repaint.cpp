@@ -1,96 +1,106 @@
-#include "Repaint.h"
+// What a repaint takes on the real DirectFB, beside what DirectFB and memory allow. DFBARGS chooses the screen, of
+// which a skin has the size and the pixel format.
+//
+// With REPAINTS in the environment there are so many of each kind, for a tool that counts instructions: in the
+// functions `By...`, and anew after each `repaint`.
 
-#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
 #include <cstring>
+#include <vector>
 
-#include "Log.h"
+#include <benchmark/benchmark.h>
 
-namespace PEBBLETON
+#include "BareCalls.h"
+#include "DirectfbPainter.h"
+#include "LongPressButton.h"
+
+namespace
 {
 
-RepaintC::RepaintC(std::uint32_t iWidth, std::uint32_t iHeight)
-    : mDirectfb(nullptr)
-    , mPrimarySurface(nullptr)
-    , mSkinSurface(nullptr)
-    , mBytesPerPixel(0)
-    , mWidget(0, {0, 0, iWidth, iHeight})
-    , mPainter(nullptr)
+using namespace PEBBLETON;
+
+IDirectFBSurface* primary;
+IDirectFBSurface* skin;
+
+// A rectangle at the screen's origin, and the ways to bring it from the skin to the screen.
+class RepaintC
 {
-    mArea.x = 0;
-    mArea.y = 0;
-    mArea.w = static_cast<int>(iWidth);
-    mArea.h = static_cast<int>(iHeight);
+public:
+    RepaintC(int iWidth, int iHeight)
+        : mArea{0, 0, iWidth, iHeight}
+        , mPitch(pitchOf(mArea, primary))
+        , mPixels(static_cast<std::size_t>(mPitch) * static_cast<std::size_t>(iHeight))
+        , mCopy(mPixels)
+        , mWidget(0, {0, 0, static_cast<std::uint32_t>(iWidth), static_cast<std::uint32_t>(iHeight)})
+        , mPainter(*primary, *skin, *skin)
+    {
+        mPainter.Paint(mWidget); // the first one binds symbols and touches memory
+    }
 
-    DIRECTFB_CHECK(DirectFBInit(nullptr, nullptr));
-    DIRECTFB_CHECK(DirectFBCreate(&mDirectfb));
-    DIRECTFB_CHECK(mDirectfb->SetCooperativeLevel(mDirectfb, DFSCL_FULLSCREEN));
-    DFBSurfaceDescription sdsc = {};
-    sdsc.flags = DSDESC_CAPS;
-    sdsc.caps = DSCAPS_PRIMARY;
-    DIRECTFB_CHECK(mDirectfb->CreateSurface(mDirectfb, &sdsc, &mPrimarySurface));
+    [[gnu::noinline]] void ByPainter()
+    {
+        mPainter.Paint(mWidget);
+    }
 
-    DFBSurfacePixelFormat pixelFormat = DSPF_UNKNOWN;
-    DIRECTFB_CHECK(mPrimarySurface->GetPixelFormat(mPrimarySurface, &pixelFormat));
-    mBytesPerPixel = static_cast<int>(DFB_BYTES_PER_PIXEL(pixelFormat));
+    [[gnu::noinline]] void ByBareCallsAnew()
+    {
+        copyAnew(mArea, skin, primary);
+    }
 
-    sdsc.flags = static_cast<DFBSurfaceDescriptionFlags>(DSDESC_WIDTH | DSDESC_HEIGHT);
-    DIRECTFB_CHECK(mPrimarySurface->GetSize(mPrimarySurface, &sdsc.width, &sdsc.height));
-    DIRECTFB_CHECK(mDirectfb->CreateSurface(mDirectfb, &sdsc, &mSkinSurface));
-    DIRECTFB_CHECK(mSkinSurface->Clear(mSkinSurface, 0x10, 0x20, 0x30, 0xff));
+    // Through a buffer that is there already.
+    [[gnu::noinline]] void ByBareCalls()
+    {
+        copy(mArea, skin, primary, mPitch, mPixels.data());
+    }
 
-    mPixels.resize(GetByteCount());
-    mCopy.resize(GetByteCount());
-    mPainter = new DirectfbPainterC(*mPrimarySurface, *mSkinSurface, *mSkinSurface);
+    [[gnu::noinline]] void ByMemcpy()
+    {
+        std::memcpy(mCopy.data(), mPixels.data(), mPixels.size());
+        benchmark::ClobberMemory();
+    }
+
+private:
+    DFBRectangle mArea;
+    int mPitch;
+    std::vector<std::uint8_t> mPixels;
+    std::vector<std::uint8_t> mCopy;
+    LongPressButtonC mWidget;
+    DirectfbPainterC mPainter;
+};
+
+[[gnu::noinline]] void repaint(benchmark::State& ioState, void (RepaintC::*iWay)())
+{
+    RepaintC repaint(static_cast<int>(ioState.range(0)), static_cast<int>(ioState.range(1)));
+    while (ioState.KeepRunning()) {
+        (repaint.*iWay)();
+    }
 }
 
-RepaintC::~RepaintC()
+void sizes(benchmark::internal::Benchmark* ioBenchmark)
 {
-    delete mPainter;
-    mSkinSurface->Release(mSkinSurface);
-    mPrimarySurface->Release(mPrimarySurface);
-    mDirectfb->Release(mDirectfb);
+    ioBenchmark->Args({100, 50})->Args({300, 120})->Args({800, 480})->Unit(benchmark::kMicrosecond);
+    if (const char* const count = std::getenv("REPAINTS")) {
+        ioBenchmark->Iterations(std::atoi(count));
+    }
 }
 
-int RepaintC::GetBitsPerPixel() const
-{
-    return mBytesPerPixel * 8;
-}
+BENCHMARK_CAPTURE(repaint, painter, &RepaintC::ByPainter)->Apply(sizes);
+BENCHMARK_CAPTURE(repaint, bare_calls_anew, &RepaintC::ByBareCallsAnew)->Apply(sizes);
+BENCHMARK_CAPTURE(repaint, bare_calls, &RepaintC::ByBareCalls)->Apply(sizes);
+BENCHMARK_CAPTURE(repaint, memcpy, &RepaintC::ByMemcpy)->Apply(sizes);
 
-std::size_t RepaintC::GetByteCount() const
-{
-    return static_cast<std::size_t>(mBytesPerPixel) * mWidget.GetRectangle().width * mWidget.GetRectangle().height;
-}
+} // namespace
 
-void RepaintC::ByPainter()
+int main(int argc, char* argv[])
 {
-    mPainter->Paint(mWidget);
+    IDirectFB* directfb = nullptr;
+    openDisplay(directfb, primary);
+    DFBSurfaceDescription description = {};
+    check(primary->GetSize(primary, &description.width, &description.height));
+    skin = makeSurface(directfb, description);
+    check(skin->Clear(skin, 0x10, 0x20, 0x30, 0xff));
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return EXIT_SUCCESS;
 }
-
-void RepaintC::ByBareCalls()
-{
-    ReadWriteFlip(mPixels.data());
-}
-
-void RepaintC::ByBareCallsAnew()
-{
-    DFBSurfacePixelFormat pixelFormat = DSPF_UNKNOWN;
-    DIRECTFB_CHECK(mPrimarySurface->GetPixelFormat(mPrimarySurface, &pixelFormat));
-    const std::size_t rowSize = DFB_BYTES_PER_PIXEL(pixelFormat) * static_cast<std::size_t>(mArea.w);
-    std::vector<std::uint8_t> pixels(rowSize * static_cast<std::size_t>(mArea.h));
-    ReadWriteFlip(pixels.data());
-}
-
-void RepaintC::ByMemcpy()
-{
-    std::memcpy(mCopy.data(), mPixels.data(), mPixels.size());
-}
-
-void RepaintC::ReadWriteFlip(std::uint8_t* ioPixels)
-{
-    const int pitch = mBytesPerPixel * mArea.w;
-    DIRECTFB_CHECK(mSkinSurface->Read(mSkinSurface, &mArea, ioPixels, pitch));
-    DIRECTFB_CHECK(mPrimarySurface->Write(mPrimarySurface, &mArea, ioPixels, pitch));
-    DIRECTFB_CHECK(mPrimarySurface->Flip(mPrimarySurface, nullptr, DSFLIP_WAITFORSYNC));
-}
-
-} // namespace PEBBLETON

@@ -6,23 +6,13 @@
 namespace
 {
 
-struct Button {
-    int code;
-    SDL_Rect area;
-};
+const SDL_Rect buttons[] = {{40, 140, 350, 130}, {410, 140, 350, 130}, {40, 290, 350, 130}, {410, 290, 350, 130}};
 
-const Button buttons[] = {
-    {1, {40, 140, 350, 130}},
-    {2, {410, 140, 350, 130}},
-    {3, {40, 290, 350, 130}},
-    {4, {410, 290, 350, 130}},
-};
-
-const Button* buttonAt(int iX, int iY)
+const SDL_Rect* buttonAt(int iX, int iY)
 {
     const SDL_Point point = {iX, iY};
-    for (const Button& button : buttons) {
-        if (SDL_PointInRect(&point, &button.area) == SDL_TRUE) {
+    for (const SDL_Rect& button : buttons) {
+        if (SDL_PointInRect(&point, &button) == SDL_TRUE) {
             return &button;
         }
     }
@@ -38,7 +28,7 @@ void show(SDL_Window* iWindow, SDL_Surface* iSkin, const SDL_Rect* iArea)
 
 int waitForTouch(SDL_Window* iWindow, SDL_Surface* iNormal, SDL_Surface* iPressed)
 {
-    const Button* touched = nullptr;
+    const SDL_Rect* touched = nullptr;
     SDL_Event event;
     while (SDL_WaitEvent(&event) == 1 && event.type != SDL_QUIT) {
         if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
@@ -46,12 +36,12 @@ int waitForTouch(SDL_Window* iWindow, SDL_Surface* iNormal, SDL_Surface* iPresse
         } else if (event.type == SDL_MOUSEBUTTONDOWN) {
             touched = buttonAt(event.button.x, event.button.y);
             if (touched != nullptr) {
-                show(iWindow, iPressed, &touched->area);
+                show(iWindow, iPressed, touched);
             }
         } else if (event.type == SDL_MOUSEBUTTONUP && touched != nullptr) {
-            show(iWindow, iNormal, &touched->area);
+            show(iWindow, iNormal, touched);
             if (touched == buttonAt(event.button.x, event.button.y)) {
-                return touched->code;
+                return static_cast<int>(touched - buttons) + 1;
             }
             touched = nullptr;
         }

@@ -1,8 +1,8 @@
-// standing-time COUNT PROGRAM [ARGUMENT...]
+// standing-time PROGRAM [ARGUMENT...]
 //
-// Starts the program COUNT times on the X display and prints as JSON, as medians, how long its picture takes to stand,
-// and what processor time and memory it has used when it has stood for a while. A picture stands from the last change
-// of the screen on, looked at every two milliseconds; that asks nothing of the program and knows nothing of its
+// Starts the program on the X display and prints after how many milliseconds its picture stands, the milliseconds of
+// processor time and the KiB of memory that it has used when it has stood for a while. A picture stands from the last
+// change of the screen on, looked at every two milliseconds; that asks nothing of the program and knows nothing of its
 // picture.
 
 #include <chrono>
@@ -13,12 +13,13 @@
 #include <functional>
 #include <string_view>
 #include <thread>
-#include <vector>
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
-
-#include "Child.h"
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace
 {
@@ -28,14 +29,7 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr auto glance = std::chrono::milliseconds(2);
 constexpr auto stillness = std::chrono::milliseconds(700);
-constexpr auto patience = std::chrono::seconds(20);
-
-// The figures, run by run.
-struct Series {
-    std::vector<double> standing; // milliseconds
-    std::vector<double> cpu;      // milliseconds
-    std::vector<double> peak;     // KiB
-};
+constexpr unsigned patience = 20; // seconds
 
 // A number that tells one sight of the screen from another.
 std::size_t lookAt(Display* iDisplay)
@@ -50,69 +44,52 @@ std::size_t lookAt(Display* iDisplay)
     return sight;
 }
 
-// Gives up on a program that has gone on for too long.
-void checkPatience(Clock::time_point iBegin, pid_t iChild)
-{
-    if (Clock::now() - iBegin > patience) {
-        kill(iChild, SIGKILL);
-        std::fputs("standing-time: no picture comes to stand, or goes\n", stderr);
-        std::exit(EXIT_FAILURE);
-    }
-}
-
 // Waits until the screen has changed from the given sight and is still; returns when that began.
-Clock::time_point waitForPicture(Display* iDisplay, std::size_t iBefore, pid_t iChild)
+Clock::time_point waitForPicture(Display* iDisplay, std::size_t iBefore)
 {
-    const Clock::time_point begin = Clock::now();
-    Clock::time_point lastChange = begin;
-    std::size_t sight = iBefore;
-    while (sight == iBefore || Clock::now() - lastChange < stillness) {
+    Clock::time_point lastChange;
+    for (std::size_t sight = iBefore; sight == iBefore || Clock::now() - lastChange < stillness;) {
         const std::size_t now = lookAt(iDisplay);
         if (now != sight) {
             sight = now;
             lastChange = Clock::now();
         }
-        checkPatience(begin, iChild);
         std::this_thread::sleep_for(glance);
     }
     return lastChange;
 }
 
-void run(Series& ioSeries, Display* iDisplay, std::size_t iEmptyScreen, char* const iCommand[])
+double milliseconds(const timeval& iTime)
 {
-    const Clock::time_point begin = Clock::now();
-    const pid_t child = start(iCommand);
-    const Milliseconds standing = waitForPicture(iDisplay, iEmptyScreen, child) - begin;
-    kill(child, SIGKILL); // nobody's way to end may count
-    while (lookAt(iDisplay) != iEmptyScreen) {
-        checkPatience(begin, child);
-        std::this_thread::sleep_for(glance);
-    }
-    const Usage usage = finish(child);
-    ioSeries.standing.push_back(standing.count());
-    ioSeries.cpu.push_back(usage.cpu);
-    ioSeries.peak.push_back(usage.peak);
+    return static_cast<double>(iTime.tv_sec) * 1e3 + static_cast<double>(iTime.tv_usec) / 1e3;
 }
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    const int count = argc > 2 ? std::atoi(argv[1]) : 0;
-    Display* display = count > 0 ? XOpenDisplay(nullptr) : nullptr;
+    Display* const display = argc > 1 ? XOpenDisplay(nullptr) : nullptr;
     if (display == nullptr) {
-        std::fputs("Usage: standing-time COUNT PROGRAM [ARGUMENT...], with a display\n", stderr);
+        std::fputs("Usage: standing-time PROGRAM [ARGUMENT...], with a display\n", stderr);
         return EXIT_FAILURE;
     }
     const std::size_t emptyScreen = lookAt(display);
-    Series warmUp; // so that it need not be read from the disk
-    run(warmUp, display, emptyScreen, argv + 2);
-    Series series;
-    for (int i = 0; i < count; ++i) {
-        run(series, display, emptyScreen, argv + 2);
+    alarm(patience); // no picture comes to stand, or goes
+    const Clock::time_point begin = Clock::now();
+    pid_t child = 0;
+    if (posix_spawnp(&child, argv[1], nullptr, nullptr, argv + 1, environ) != 0) {
+        std::perror(argv[1]);
+        return EXIT_FAILURE;
     }
-    std::printf("{\"runs\": %d, \"standing_ms\": %.1f, \"cpu_ms\": %.1f, \"peak_kib\": %.0f}\n", count,
-                quantile(series.standing, 0.5), quantile(series.cpu, 0.5), quantile(series.peak, 0.5));
+    const Milliseconds standing = waitForPicture(display, emptyScreen) - begin;
+    kill(child, SIGKILL); // nobody's way to end may count
+    rusage usage = {};
+    wait4(child, nullptr, 0, &usage);
+    while (lookAt(display) != emptyScreen) {
+        std::this_thread::sleep_for(glance);
+    }
+    std::printf("%.1f %.1f %ld\n", standing.count(), milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime),
+                usage.ru_maxrss);
     XCloseDisplay(display);
     return EXIT_SUCCESS;
 }

@@ -7,7 +7,7 @@
 // replaced by one that puts a function of ours in the place of CreateInputEventBuffer, and that one does the same with
 // WaitForEvent. The first wait posts the four events of a touch to DirectFB's own event buffer and puts DirectFB's
 // function back; from then on they travel as any others do. Any program is touched in the same way and at the same
-// cost.
+// cost. DirectFB2 has the same functions in other places, so this is built for the one or the other.
 
 #include <dlfcn.h>
 

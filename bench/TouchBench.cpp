@@ -1,24 +1,19 @@
-// touch-bench SECONDS, run by pebbleton-touch
+// touch-bench DEVICE, while pebbleton-touch runs, whose panel that is
 //
-// Makes a multi-touch panel, touches it, and prints as JSON how long the adapter that runs this takes from a report of
-// that panel to its own, by the kernel's clock; then, over so many seconds without a touch, how often it wakes up, and
-// its memory.
+// Makes a multi-touch panel, touches it, and prints how long the adapter takes from a report of that panel to its own,
+// by the kernel's clock. The panel stays, untouched, until this is ended.
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <fstream>
-#include <string>
-#include <thread>
 #include <vector>
 
 #include <fcntl.h>
-#include <glob.h>
 #include <libevdev/libevdev-uinput.h>
 #include <libevdev/libevdev.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace
@@ -57,21 +52,15 @@ libevdev_uinput* makePanel()
     return panel;
 }
 
-// The adapter's panel, opened to be read with time stamps of the monotonic clock.
-int openAdaptersPanel()
+// Opened to be read with time stamps of the clock above.
+int openAdaptersPanel(const char* iPath)
 {
-    glob_t found = {};
-    glob("/dev/input/event*", 0, nullptr, &found);
-    for (std::size_t i = 0; i < found.gl_pathc; ++i) {
-        const int device = open(found.gl_pathv[i], O_RDONLY | O_NONBLOCK);
-        libevdev* events = nullptr;
-        if (libevdev_new_from_fd(device, &events) == 0 &&
-            libevdev_get_name(events) == std::string("Pebbleton touch panel") &&
-            libevdev_set_clock_id(events, CLOCK_MONOTONIC) == 0) {
-            return device;
-        }
+    const int device = open(iPath, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    int clock = CLOCK_MONOTONIC;
+    if (device < 0 || ioctl(device, EVIOCSCLOCKID, &clock) != 0) {
+        fail("the adapter's panel is not there");
     }
-    fail("this is not run by pebbleton-touch");
+    return device;
 }
 
 // When the adapter reported the next press or release, in microseconds; 0 when it did not in good time.
@@ -104,31 +93,12 @@ double touch(const libevdev_uinput* iPanel, int iDevice, int iNumber)
     return took;
 }
 
-// A number out of the adapter's /proc/PID/status.
-long statusOfAdapter(const std::string& iName)
-{
-    std::ifstream status("/proc/" + std::to_string(getppid()) + "/status");
-    for (std::string word; status >> word;) {
-        long value = 0;
-        if (word == iName + ':' && status >> value) {
-            return value;
-        }
-    }
-    fail("/proc does not tell");
-}
-
-long wakeUpsOfAdapter()
-{
-    return statusOfAdapter("voluntary_ctxt_switches") + statusOfAdapter("nonvoluntary_ctxt_switches");
-}
-
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    const int seconds = argc > 1 ? std::atoi(argv[1]) : 60;
     const libevdev_uinput* panel = makePanel();
-    const int device = openAdaptersPanel();
+    const int device = openAdaptersPanel(argc > 1 ? argv[1] : "");
     for (int number = 0; touch(panel, device, number) < 0; ++number) {
         if (number == 100) {
             fail("the adapter does not take the panel");
@@ -137,15 +107,11 @@ int main(int argc, char* argv[])
     std::vector<double> took(touches);
     std::generate(took.begin(), took.end(), [&, number = 0]() mutable { return touch(panel, device, number++); });
     std::sort(took.begin(), took.end());
-
-    const long wakeUpsBefore = wakeUpsOfAdapter();
-    std::this_thread::sleep_for(std::chrono::seconds(seconds));
-    std::printf("{\"touches\": %d, \"lost\": %d, \"median_us\": %.0f, \"p95_us\": %.0f, \"idle_s\": %d, \"wake_ups\": "
-                "%ld, "
-                "\"resident_kib\": %ld}\n",
-                touches,
-                static_cast<int>(std::count_if(took.begin(), took.end(), [](double iTime) { return iTime < 0; })),
-                took[touches / 2], took[touches * 95 / 100], seconds, wakeUpsOfAdapter() - wakeUpsBefore,
-                statusOfAdapter("VmRSS"));
-    return 0;
+    const auto lost = std::count_if(took.begin(), took.end(), [](double iTime) { return iTime < 0; });
+    std::printf("from report to report, median %8.3f ms\n", took[touches / 2] / 1e3);
+    std::printf("one in twenty takes at least  %8.3f ms\n", took[touches * 95 / 100] / 1e3);
+    std::printf("lost, of %4d touches         %8d\n", touches, static_cast<int>(lost));
+    std::fflush(stdout);
+    pause();
+    return EXIT_SUCCESS;
 }

@@ -3,11 +3,13 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-buildPackages=(cmake g++ libboost-dev libboost-program-options-dev libdirectfb-dev libdirectfb-extra libevdev-dev ninja-build pkg-config)
-themePackages=(libcairo2-dev libxcb1-dev)
+toolPackages=(cmake g++ libboost-dev libboost-program-options-dev libevdev-dev ninja-build pkg-config)
+buildPackages=("${toolPackages[@]}" libdirectfb-dev libdirectfb-extra)
+buildOptions=()
+themePackages=(libcairo2-dev libfontconfig-dev libpango1.0-dev libpng-dev librsvg2-dev libxcb1-dev libxml2-dev)
 displayPackages=(imagemagick x11-utils xdotool xvfb)
 browserPackages=(chromium chromium-driver python3-selenium)
-skinPackages=(fonts-dejavu-core imagemagick librsvg2-bin)
+skinPackages=(imagemagick librsvg2-bin)
 
 scratch=$(mktemp -d)
 trap 'stop_children; rm -rf "$scratch"' EXIT
@@ -35,7 +37,7 @@ stop_children() {
 need_packages() {
     local missing
     command -v dpkg-query >/dev/null || { say "Not Debian: this needs what corresponds to" "$@"; return 0; }
-    missing=$(comm -23 <(printf '%s\n' "$@" | sort) \
+    missing=$(comm -23 <(printf '%s\n' "$@" | sort -u) \
         <(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null | sed -n 's/^installed //p' | sort))
     [ -n "$missing" ] || return 0
     command -v apt-get >/dev/null || fail "no apt-get here; install what corresponds to:" $missing
@@ -62,7 +64,8 @@ know_packages() {
     [[ " $* " != *" cmake "* ]] || know_cmake "$(apt-cache policy cmake | sed -n 's/ *Candidate: //p')"
     unknown=$(comm -23 <(printf '%s\n' "$@" | sort) <(apt-cache pkgnames | sort))
     case " "$unknown" " in
-    *" libdirectfb-"*) fail "this system has no packages of DirectFB 1.7: Debian 12 has them, 13 and later do not" ;;
+    *" libdirectfb-"*) fail "this system has no packages of DirectFB 1.7: Debian 12 has them, 13 and later do not;" \
+        "see DirectFB2 in docs/device-guide.md" ;;
     *[a-z]*) fail "this system has no package" $unknown ;;
     esac
 }
@@ -78,16 +81,37 @@ build() {
     know_cmake "$(cmake --version | sed -n '1s/[^0-9]*//p')"
     [ ! -e "$cache" ] || [ "$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$cache")" -ef . ] ||
         fail "build/ is that of another place: rm -r build"
+    [[ $1 = *-directfb2 ]] || ! pkg-config --atleast-version=2 directfb 2>/dev/null ||
+        fail "PKG_CONFIG_PATH leads to DirectFB2, which is asked for with --directfb2 or test-directfb2: unset it"
+    # CMake does not look again for what it has found.
+    [ ! -e "$cache" ] || grep -qxF "DIRECTFB_LIBDIR:INTERNAL=$(pkg-config --variable=libdir directfb)" "$cache" ||
+        rm "$cache"
     say "Building ($1)"
-    cmake --preset "$@" >"$scratch/configure.log" || { cat "$scratch/configure.log" >&2; fail "CMake failed"; }
+    cmake --preset "$@" "${buildOptions[@]}" >"$scratch/configure.log" ||
+        { cat "$scratch/configure.log" >&2; fail "CMake failed"; }
     cmake --build --preset "$1" | tee "$scratch/build.log" || {
         sed -n '/^FAILED: /,/^\[/p' "$scratch/build.log" >&2 # the other steps go on for a while after it
         fail "the build failed"
     }
 }
 
-# start_display WIDTHxHEIGHT: an X server of our own on a free display number. DirectFB does not open on one with GLX, and
-# one that resets when its last client goes may do so while DirectFB comes.
+# use_directfb2 PREFIX: from now on DirectFB2, which is installed there, is what is built against.
+use_directfb2() {
+    local folder found=
+    command -v pkg-config >/dev/null || need_packages pkg-config
+    for folder in "$1"/lib/pkgconfig "$1"/lib/*/pkgconfig "$1"/lib64/pkgconfig; do
+        [ ! -e "$folder/directfb.pc" ] || found=$(realpath "$folder")
+    done
+    [ -n "$found" ] || fail "no DirectFB2 is installed in $1: docs/device-guide.md says how to do that"
+    export PKG_CONFIG_PATH=$found
+    pkg-config --atleast-version=2 directfb ||
+        fail "in $1 is DirectFB $(pkg-config --modversion directfb), not DirectFB2"
+    buildPackages=("${toolPackages[@]}")
+    buildOptions=(-DCMAKE_INSTALL_RPATH="$(pkg-config --variable=libdir directfb)")
+}
+
+# start_display WIDTHxHEIGHT: an X server of our own on a free display number. DirectFB does not open on one with GLX,
+# and one that resets when its last client goes may do so while DirectFB comes.
 start_display() {
     Xvfb -screen 0 "${1}x24" -noreset -displayfd 3 -extension GLX -nolisten tcp 3>"$scratch/display" \
         2>"$scratch/display.log" &
@@ -96,8 +120,8 @@ start_display() {
     export DISPLAY
 }
 
-# start_menu PROGRAM WIDTHxHEIGHT THEME: the menu in a window of that size, in the background. What DirectFB says goes to
-# $scratch/menu.log, and what it may drop beside itself when it is killed, to $scratch.
+# start_menu PROGRAM WIDTHxHEIGHT THEME: the menu in a window of that size, in the background. What DirectFB says goes
+# to $scratch/menu.log, and what it may drop beside itself when it is killed, to $scratch.
 start_menu() {
     (cd "$scratch" && DFBARGS=system=x11,mode=$2,quiet,no-cursor exec "$1" -c "$3" 2>menu.log) &
     menu=$!
@@ -133,12 +157,11 @@ touch_up() {
     xdotool mouseup 1
 }
 
-# draw_skins FOLDER: the example theme's skins from their drawings, in true colour.
+# draw_skins FOLDER: the example theme's skins from their drawing, in true colour.
 draw_skins() {
-    local skin
-    for skin in normal pressed; do
-        rsvg-convert -w 800 -h 480 -b black "theme/$skin.svg" | convert - -alpha off -strip "PNG24:$1/$skin.png"
-    done
+    rsvg-convert -b black theme/menu.svg | convert - -alpha off -strip "PNG24:$1/normal.png"
+    sed 's/<svg /&class="pressed" /' theme/menu.svg | rsvg-convert -b black |
+        convert - -alpha off -strip "PNG24:$1/pressed.png"
 }
 
 # touch_anew X Y PICTURE: slides off whatever is held, touches there, and tells whether the screen becomes that picture.
