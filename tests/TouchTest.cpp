@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <csignal>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <limits>
 #include <memory>
 #include <utility>
@@ -11,6 +13,7 @@
 #include <sys/wait.h>
 
 #include "Command.h"
+#include "DrmDisplay.h"
 #include "Fake.h"
 #include "Panel.h"
 #include "TouchOptions.h"
@@ -246,6 +249,53 @@ TEST(TouchTest, FindsThePixel)
     for (const auto& c : cases) {
         const Position pixel = ScreenMapC(screen, c.x, c.y, c.orientation).ToPixel(c.onPanel);
         EXPECT_EQ(std::make_pair(c.pixel.x, c.pixel.y), std::make_pair(pixel.x, pixel.y)) << c.onPanel.x;
+    }
+}
+
+// What DRM says of its connectors: the status and the modes of each.
+struct Connector {
+    const char* name;
+    std::string status;
+    const char* modes;
+};
+
+TEST(TouchTest, FindsTheDisplay)
+{
+    const struct {
+        std::vector<Connector> connectors;
+        Position size;     // 0, 0: none
+        bool asked = true; // whether the kernel is made to look
+    } cases[] = {
+        {{}, {0, 0}},
+        {{{"card0-HDMI-A-1", "disconnected", ""}, {"card0-LVDS-1", "connected", "800x480\n1024x768\n"}},
+         {800, 480},
+         false},
+        {{{"card1-DSI-1", "connected", "720x1280\n"}, {"card0-DP-1", "connected", "1920x1080i\n"}},
+         {1920, 1080},
+         false},
+        {{{"card1-DSI-1", "connected", "720x1280\n"}}, {720, 1280}, false},
+        {{{"card0-DP-1", "connected", ""}, {"card0-DP-2", "connected", "65535x1\n"}}, {65535, 1}, false},
+        {{{"card0-Virtual-1", "unknown", "800x480\n"}, {"card0-DP-1", "disconnected", "800x480\n"}}, {0, 0}},
+        {{{"card0", "connected", "800x480\n"}, {"version", "connected", "800x480\n"}}, {0, 0}, false},
+        {{{"card0-DP-1", "connected", "65536x1\n"}, {"card0-DP-2", "connected", "1x65536\n"}}, {0, 0}},
+        {{{"card0-DP-1", "connected", "0x1\n"}, {"card0-DP-2", "connected", "800*480\n"}}, {0, 0}},
+    };
+    for (const auto& c : cases) {
+        const TextFile file("");
+        const std::filesystem::path folder = file.path + ".d";
+        for (const Connector& connector : c.connectors) {
+            std::filesystem::create_directories(folder / connector.name);
+            std::ofstream(folder / connector.name / "status") << connector.status << '\n';
+            std::ofstream(folder / connector.name / "modes") << connector.modes;
+        }
+        const ScreenSize found = ReadDisplaySize(folder).value_or(ScreenSize{0, 0});
+        EXPECT_EQ(std::make_pair(c.size.x, c.size.y), std::make_pair(found.width, found.height));
+        for (const Connector& connector : c.connectors) {
+            std::string status;
+            std::getline(std::ifstream(folder / connector.name / "status"), status);
+            EXPECT_EQ(c.asked ? "detect" : connector.status, status) << connector.name;
+        }
+        std::filesystem::remove_all(folder);
     }
 }
 

@@ -9,6 +9,7 @@
 #include <libevdev/libevdev.h>
 #include <poll.h>
 
+#include "DrmDisplay.h"
 #include "FrameBuffer.h"
 #include "Log.h"
 #include "Report.h"
@@ -55,11 +56,16 @@ bool AdapterC::Prepare()
 
 bool AdapterC::FindScreen()
 {
-    const std::optional<ScreenSize> screen = mOptions.screen ? mOptions.screen : ReadFrameBufferSize();
+    std::optional<ScreenSize> screen = mOptions.screen ? mOptions.screen : ReadFrameBufferSize();
+    if (!screen) {
+        const int error = errno;
+        screen = ReadDisplaySize();
+        errno = error;
+    }
     if (!screen) {
         Report(LOG_ERR,
-               "/dev/fb0 does not tell the screen's size (%s): load the display's driver, or give the size, as in "
-               "--screen 800x480",
+               "neither /dev/fb0 nor a connected display tells the screen's size (%s): load the display's driver, or "
+               "give the size, as in --screen 800x480",
                std::strerror(errno));
         return false;
     }

@@ -35,8 +35,8 @@ enum class Protocol
 class ContactsC
 {
 public:
-    // As the panel stands now. iContacts: one for Single, one a slot for Slots, none for Anonymous.
-    // iSlot: the slot that the next events are about. iButton: what a finger presses, for Single.
+    // As the panel stands now. iContacts: one for Single, one a slot for Slots, none for Anonymous. iSlot: the slot
+    // that the next events are about. iButton: what a finger presses, for Single.
     ContactsC(Protocol iProtocol, std::vector<Contact> iContacts, int iSlot = 0, unsigned iButton = 0);
 
     // Takes the next event. True: it ends a report, so that Get tells how things are.

@@ -15,8 +15,8 @@ namespace PEBBLETON
 class PanelWatchC
 {
 public:
-    // iWanted: the path (it begins with a slash) or the exact name of the one device that may be used; empty: the
-    // first of the best kind.
+    // iWanted: the path (it begins with a slash) or the exact name of the one device that may be used; empty: the first
+    // of the best kind.
     explicit PanelWatchC(std::string iWanted);
     ~PanelWatchC();
     PanelWatchC(const PanelWatchC&) = delete;

@@ -28,7 +28,7 @@ options::options_description describeOptions()
     const auto text = [](const char* iName) { return options::value<std::string>()->value_name(iName); };
     add("help,h", "Print this and end");
     add("device", text("PATH|NAME"), "The panel, by its path or its exact name");
-    add("screen", text("WxH"), "The screen's size in pixels, instead of that of /dev/fb0");
+    add("screen", text("WxH"), "The screen's size in pixels, instead of that of /dev/fb0 or of the display");
     add("range", text("X0:X1:Y0:Y1"), "What the panel reports at its edges, instead of what it says that it does");
     add("inverted-x", "The panel's x axis runs backwards");
     add("inverted-y", "The panel's y axis runs backwards");

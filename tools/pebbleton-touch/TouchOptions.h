@@ -19,7 +19,7 @@ struct PanelRange {
 struct TouchOptions {
     bool help = false;
     std::string device;               // path or name of the panel; empty: any
-    std::optional<ScreenSize> screen; // nothing: the frame buffer's
+    std::optional<ScreenSize> screen; // nothing: the frame buffer's, or the display's
     std::optional<PanelRange> range;  // nothing: what the panel reports
     Orientation orientation;
     bool print = false;

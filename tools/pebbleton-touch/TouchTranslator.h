@@ -18,8 +18,8 @@ namespace PEBBLETON
 // both axes in pixels and BTN_TOUCH 1 in one report; its motion; and BTN_TOUCH 0 in a report of its own, which nothing
 // follows. A touch that is cancelled is parked before it is released, so that it fires nothing.
 //
-// A report is taken whole before anything is said about it. The first finger is the touch until it lifts. A finger
-// that came while it was down, or that was there before this object, never becomes a touch.
+// A report is taken whole before anything is said about it. The first finger is the touch until it lifts. A finger that
+// came while it was down, or that was there before this object, never becomes a touch.
 class TouchTranslatorC : public IEventSink
 {
 public:
@@ -34,8 +34,8 @@ public:
     TouchTranslatorC(const TouchTranslatorC&) = delete;
     TouchTranslatorC& operator=(const TouchTranslatorC&) = delete;
 
-    // Takes the panel's next event. SYN_DROPPED, which says that events were lost, cancels the touch; what the panel
-    // is like is unknown then, and whoever knows makes a new translator.
+    // Takes the panel's next event. SYN_DROPPED, which says that events were lost, cancels the touch; what the panel is
+    // like is unknown then, and whoever knows makes a new translator.
     void Handle(unsigned iType, unsigned iCode, int iValue) override;
 
     // Cancels the touch, if there is one. The fingers that are down do not become a touch any more.
