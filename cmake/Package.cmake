@@ -1,5 +1,5 @@
-# The Debian packages: cpack -G DEB, with CMake 3.19 or newer. One for a device, with whatever is installed without naming a
-# component, and with PEBBLETON_THEME one for the desktop of a theme's author.
+# The Debian packages: cpack -G DEB, with CMake 3.19 or newer. One for a device, with whatever is installed without
+# naming a component, and with PEBBLETON_THEME one for the desktop of a theme's author.
 set(CPACK_PACKAGE_VENDOR "The Pebbleton authors")
 set(CPACK_PACKAGE_CONTACT "The Pebbleton authors <pebbleton@example.org>" CACHE STRING
     "Maintainer that the package names: whoever builds it")
@@ -16,10 +16,20 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 
+# The image providers are loaded while running, so no binary names them. Without them no PNG can be read.
+if(DIRECTFB_VERSION VERSION_LESS 2)
+    set(directfbPackages libdirectfb-extra)
+else()
+    # It may lie where only pkg-config finds it, and in no package.
+    set(directfbPackages "")
+    set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${DIRECTFB_LIBDIR})
+endif()
+set(PEBBLETON_DIRECTFB_PACKAGES "${directfbPackages}" CACHE STRING
+    "What the packages depend on for DirectFB, beside what its libraries stand for: a list with commas, or nothing")
+
 set(CPACK_DEBIAN_PEBBLETON_PACKAGE_NAME pebbleton)
 set(CPACK_DEBIAN_PEBBLETON_PACKAGE_SECTION misc)
-# The image providers are loaded while running, so no binary names them. Without them no PNG can be read.
-set(CPACK_DEBIAN_PEBBLETON_PACKAGE_DEPENDS libdirectfb-extra)
+set(CPACK_DEBIAN_PEBBLETON_PACKAGE_DEPENDS ${PEBBLETON_DIRECTFB_PACKAGES})
 set(CPACK_DEBIAN_PEBBLETON_DESCRIPTION
     "full-screen touch menu for embedded Linux
 Pebbleton shows a picture on a device's touch screen, lets the user touch one
@@ -33,17 +43,21 @@ if(PEBBLETON_THEME)
     list(APPEND CPACK_COMPONENTS_ALL pebbleton-theme)
     set(CPACK_DEBIAN_PEBBLETON-THEME_PACKAGE_NAME pebbleton-theme)
     set(CPACK_DEBIAN_PEBBLETON-THEME_PACKAGE_SECTION misc)
-    set(CPACK_DEBIAN_PEBBLETON-THEME_PACKAGE_DEPENDS libdirectfb-extra)
-    # The menu, to be tried in a window, with the theme guide.
-    set(CPACK_DEBIAN_PEBBLETON-THEME_PACKAGE_RECOMMENDS "pebbleton, xserver-xephyr")
+    set(CPACK_DEBIAN_PEBBLETON-THEME_PACKAGE_DEPENDS ${PEBBLETON_DIRECTFB_PACKAGES})
+    # The theme guide, and what makes skins with a palette; with DirectFB 1.7 also what makes them in its own form, and
+    # the window in which the menu is tried.
+    set(CPACK_DEBIAN_PEBBLETON-THEME_PACKAGE_RECOMMENDS "pebbleton, pngquant")
+    set(trial "")
+    if(DIRECTFB_VERSION VERSION_LESS 2)
+        string(APPEND CPACK_DEBIAN_PEBBLETON-THEME_PACKAGE_RECOMMENDS ", libdirectfb-bin, xserver-xephyr")
+        set(trial "\n\nIt also runs the menu itself in a window of the desktop.")
+    endif()
     set(CPACK_DEBIAN_PEBBLETON-THEME_DESCRIPTION
-        "checks and previews themes of the Pebbleton touch menu
+        "makes, checks and previews themes of the Pebbleton touch menu
 A theme says what the touch menu of a device looks like: a short text file and
-two pictures. This tool names each mistake in one before a device does, draws
-the screen with its buttons, and makes a page in which the menu can be pressed
-in any browser.
-
-It also runs the menu itself in a window of the desktop.")
+two pictures. This tool makes all three of one SVG drawing, names each mistake
+in a theme before a device does, draws the screen with its buttons, and makes a
+page in which the menu can be pressed in any browser.${trial}")
 endif()
 
 # What lintian --pedantic still says of it:
