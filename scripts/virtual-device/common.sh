@@ -3,9 +3,9 @@
 # Its init is busybox's, its root is read-only, and a shell on its second serial port does what `guest` is told.
 # What it says while it runs stays in build/device/console.log.
 
-devicePackages=(cpio qemu-system-x86)
+devicePackages=(cpio qemu-system-x86 xz-utils)
 device=$PWD/build/device
-modules=(bochs evdev uinput uhid hid-multitouch hid-generic usbhid uhci-hcd)
+modules=(bochs virtio_pci virtio-gpu evdev uinput uhid hid-multitouch hid-generic usbhid uhci-hcd)
 
 # Debian's kernel, the modules and busybox, out of their packages: nothing of it is to run on this machine.
 fetch_kernel() {
@@ -20,6 +20,7 @@ fetch_kernel() {
     for package in "$scratch"/kernel/*.deb; do
         dpkg -x "$package" "$scratch/kernel"
     done
+    cp -rl "$scratch/kernel/usr/." "$scratch/kernel" # where Debian 13 has all of it
     version=${kernel#linux-image-}
     "$scratch/kernel/bin/busybox" depmod -b "$scratch/kernel" "$version"
     rm -rf "$device/kernel"
@@ -28,18 +29,29 @@ fetch_kernel() {
     cp "$scratch/kernel/bin/busybox" "$device/kernel"
     (cd "$scratch/kernel/lib/modules/$version"
         for module in "${modules[@]}"; do
-            grep -E "/$module.ko:" modules.dep
+            grep -E "/$module\.ko(\.xz)?:" modules.dep || grep -q "/$module\.ko" modules.builtin ||
+                fail "the kernel has no module $module"
         done | tr -d : | xargs -n1 | sort -u | xargs cp --parents -t "$device/kernel/lib/modules/$version")
+    find "$device/kernel" -name '*.xz' -exec xz -d {} +
     "$device/kernel/busybox" depmod -b "$device/kernel" "$version"
     echo "${modules[*]}" >"$device/kernel/complete"
 }
 
-# make_device BUILD: the root file system, in $scratch/root, from what that build installs.
+# make_device BUILD: the root file system, in $scratch/root, from what that build installs. With DirectFB2 it is that of
+# a device without a frame buffer.
 make_device() {
     fetch_kernel
     say "Making the virtual device"
-    local root=$scratch/root directfb
-    mkdir -p "$root"/{bin,dev,etc/init.d,etc/pebbleton/actions,pictures,proc,run,sys,usr/local/bin}
+    local root=$scratch/root libraries directfb system=fbdev settings=examples/directfbrc folder=/etc
+    directfb2=
+    if [[ $(cached "$1" DIRECTFB_VERSION) != 1.* ]]; then
+        directfb2=yes
+        system=drmkms
+        settings=examples/directfbrc-directfb2
+        folder=$(cached "$1" DIRECTFB_PREFIX)/etc
+        [ "$folder" != /usr/etc ] || folder=/etc
+    fi
+    mkdir -p "$root"/{bin,dev,etc/init.d,etc/pebbleton/actions,proc,run,sys,usr/local/bin} "$scratch/pictures"
     DESTDIR=$root cmake --install "$1" --prefix /usr >"$scratch/install.log" || fail "cannot be installed"
     rm -r "$root/usr/share"
     cp "$1/scripts/virtual-device/virtual-panel" "$root/usr/bin"
@@ -49,20 +61,27 @@ make_device() {
         [ "$applet" = busybox ] || ln -s busybox "$root/bin/$applet"
     done
     ln -s bin/busybox "$root/init"
-    directfb=$(pkg-config --variable=moduledir directfb-internal) || fail "where are DirectFB's modules?"
-    find "$directfb"/{wm,inputdrivers,systems/libdirectfb_fbdev.so,interfaces/IDirectFBImageProvider} -name '*.so' \
+    libraries=$(cached "$1" DIRECTFB_LIBDIR)
+    directfb=$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --variable=moduledir directfb-internal) ||
+        fail "where are DirectFB's modules?"
+    find "$directfb"/{wm,inputdrivers,systems/libdirectfb_$system.so,interfaces/IDirectFBImageProvider} -name '*.so' \
         -exec cp --parents -t "$root" {} +
-    find "$root/usr" -type f \( -path '*/bin/*' -o -name '*.so' \) -exec ldd {} + | sed -n 's|.*\s\(/[^ :]*\) (.*|\1|p' | sort -u |
-        xargs cp --parents -Lt "$root"
-    cp examples/directfbrc "$root/etc"
+    find "$root" -type f \( -path '*/usr/bin/*' -o -name '*.so' \) -exec ldd {} + |
+        sed -n 's|.*\s\(/[^ :]*\) (.*|\1|p' | sort -u | xargs cp --parents -Lt "$root"
+    install -D "$settings" -T "$root$folder/directfbrc.pebbleton"
     cp examples/pebbleton-launcher "$root/usr/local/bin"
     cp scripts/virtual-device/{rcS,shell} "$root/etc/init.d"
     echo "${modules[@]}" >"$root/etc/modules"
     printf '%s\n' ::sysinit:/etc/init.d/rcS ttyS1::once:/etc/init.d/shell >"$root/etc/inittab"
 }
 
-# The device guide's line for busybox's init, which starts the launcher. Each of the named codes gets an action, which says
-# on the console that it ran.
+# cached BUILD NAME: what CMake found out for that build.
+cached() {
+    sed -n "s/^$2:[A-Z]*=//p" "$1/CMakeCache.txt"
+}
+
+# The device guide's line for busybox's init, which starts the launcher. Each of the named codes gets an action, which
+# says on the console that it ran.
 start_launcher_at_boot() {
     local line code
     line=$(sed -n '/^### With busybox init/,/^#* /s/^    \(tty.*\)/\1/p' docs/device-guide.md)
@@ -73,19 +92,24 @@ start_launcher_at_boot() {
     done
 }
 
-# add_picture NAME CONVERT'S ARGUMENTS...: what the screen is to show, as the frame buffer holds it.
+# add_picture NAME CONVERT'S ARGUMENTS...: what the screen is to show.
 add_picture() {
-    convert "${@:2}" -depth 8 "BGRA:$scratch/root/pictures/$1"
+    convert "${@:2}" -alpha off -depth 8 "PPM:$scratch/pictures/$1"
 }
 
-# start_device SIZE [QEMU's options]: boots it with a frame buffer of that size, and waits for its shell.
+# start_device SIZE [QEMU's options]: boots it with a screen of that size, and waits for its shell.
 start_device() {
-    local size=$1
+    local size=$1 screen="-device VGA" boot=video=$1
+    if [ -n "$directfb2" ]; then
+        screen="-device virtio-gpu-pci,xres=${size%x*},yres=${size#*x}"
+        boot=drm_kms_helper.fbdev_emulation=0
+    fi
     (cd "$scratch/root" && find . | cpio --quiet -o -H newc -R 0:0) >"$scratch/initramfs"
     mkfifo "$scratch"/{control,qmp}.{in,out}
     qemu-system-x86_64 -nodefaults -no-user-config -no-reboot -accel tcg,thread=multi -m 512 -usb \
-        -kernel "$device/kernel/vmlinuz" -initrd "$scratch/initramfs" -append "console=ttyS0 panic=-1 video=$size" \
-        -device VGA -serial "file:$device/console.log" -chardev "pipe,id=control,path=$scratch/control" -serial chardev:control \
+        -kernel "$device/kernel/vmlinuz" -initrd "$scratch/initramfs" -append "console=ttyS0 panic=-1 $boot" \
+        $screen -serial "file:$device/console.log" \
+        -chardev "pipe,id=control,path=$scratch/control" -serial chardev:control \
         -chardev "pipe,id=qmp,path=$scratch/qmp" -mon chardev=qmp,mode=control "${@:2}" &
     qemu=$!
     exec {control}<>"$scratch/control.in" {answer}<>"$scratch/control.out" {qmp}<>"$scratch/qmp.in" {event}<>"$scratch/qmp.out"
@@ -106,7 +130,8 @@ tell_qemu() {
     fail "QEMU does not answer"
 }
 
-# guest COMMAND...: runs that in the device's shell, prints what it prints and ends with its status.
+# guest COMMAND...: runs that in the device's shell, prints what it prints and ends with its status. What the shell asks
+# meanwhile, it is told.
 guest() {
     printf '%s\n' "${*//$'\n'/ }" >&$control
     await_answer "$@"
@@ -117,11 +142,28 @@ await_answer() {
     while read -r -t 90 -u $answer line; do
         case $line in
         =*) return "${line#=}" ;;
+        \?*) { device_${line#\?} && echo yes || echo no; } >&$control ;;
         '') ;;
         *) printf '%s\n' "$line" ;;
         esac
     done
     fail "the device does not answer: $*"
+}
+
+# device_shows PICTURE: whether the screen does, pixel for pixel.
+device_shows() {
+    look && cmp -s "$scratch/screen" "$scratch/pictures/$1"
+}
+
+# device_has PICTURE PIXEL COUNT: whether so many pixels of the screen, from that one on, are those of the picture.
+device_has() {
+    local header
+    header=$(head -n 3 "$scratch/pictures/$1" | wc -c)
+    look && cmp -s -i $((header + $2 * 3)) -n $(($3 * 3)) "$scratch/screen" "$scratch/pictures/$1"
+}
+
+look() {
+    tell_qemu "\"screendump\",\"arguments\":{\"filename\":\"$scratch/screen\"}"
 }
 
 stop_device() {
