@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iterator>
 #include <limits>
 #include <vector>
 
 #include <boost/program_options.hpp>
+
+#include <directfb.h>
+#include <directfb_strings.h>
 
 namespace PEBBLETON
 {
@@ -14,9 +18,6 @@ namespace
 {
 
 namespace options = boost::program_options;
-
-// No screen is wider or higher, and no picture of one can be drawn.
-constexpr unsigned long largestSide = 8192; // beyond any display, and yet a picture that memory holds
 
 // A decimal number without sign, not above iLargest.
 std::optional<unsigned long> readNumber(const std::string& iText, unsigned long iLargest)
@@ -55,6 +56,9 @@ Command readCommand(const std::string& iText)
     if (iText == "check") {
         return Command::Check;
     }
+    if (iText == "make") {
+        return Command::Make;
+    }
     if (iText == "preview") {
         return Command::Preview;
     }
@@ -74,15 +78,22 @@ options::options_description describeOptions(Command iCommand)
 {
     options::options_description description;
     auto add = description.add_options();
-    add("theme", options::value<std::string>()->default_value(""));
+    add("input", options::value<std::string>()->default_value(""));
     if (iCommand == Command::Check || iCommand == Command::Preview) {
         add("screen", options::value<std::string>());
     }
     if (iCommand == Command::Check) {
         add("strict", options::bool_switch());
     }
-    if (iCommand == Command::Preview) {
+    if (iCommand == Command::Make || iCommand == Command::Preview) {
         add("output", options::value<std::string>()->default_value(""));
+    }
+    if (iCommand == Command::Make) {
+        add("path", options::value<std::string>());
+        add("skins", options::value<std::string>()->default_value("png"));
+        add("pixel-format", options::value<std::string>());
+    }
+    if (iCommand == Command::Preview) {
         add("held", options::value<std::string>());
         add("plain", options::bool_switch());
     }
@@ -93,7 +104,7 @@ options::variables_map parse(Command iCommand, const std::vector<std::string>& i
 {
     const options::options_description description = describeOptions(iCommand);
     options::positional_options_description positions;
-    positions.add("theme", 1);
+    positions.add("input", 1);
     const int style = options::command_line_style::unix_style & ~options::command_line_style::allow_guessing;
     options::variables_map values;
     options::store(options::command_line_parser(iWords).options(description).positional(positions).style(style).run(),
@@ -105,6 +116,11 @@ options::variables_map parse(Command iCommand, const std::vector<std::string>& i
 bool has(const options::variables_map& iValues, const char* iName)
 {
     return iValues.count(iName) != 0 && iValues[iName].as<bool>();
+}
+
+std::string get(const options::variables_map& iValues, const char* iName)
+{
+    return iValues.count(iName) != 0 ? iValues[iName].as<std::string>() : "";
 }
 
 bool endsWith(const std::string& iText, const std::string& iEnd)
@@ -123,6 +139,48 @@ void checkPreview(Arguments& ioArguments)
     }
 }
 
+SkinForm readForm(const std::string& iText)
+{
+    if (iText == "png") {
+        return SkinForm::Png;
+    }
+    if (iText == "palette") {
+        return SkinForm::Palette;
+    }
+    if (iText == "dfiff") {
+        return SkinForm::Dfiff;
+    }
+    throw UsageErrorC("--skins takes png, palette or dfiff, not \"" + iText + '"');
+}
+
+bool isPixelFormat(const std::string& iText)
+{
+    static const DirectFBPixelFormatNames(names);
+    return iText != "UNKNOWN" &&
+           std::any_of(std::begin(names), std::end(names), [&](const auto& iFormat) { return iText == iFormat.name; });
+}
+
+void readMake(const options::variables_map& iValues, Arguments& ioArguments)
+{
+    ioArguments.skins = readForm(get(iValues, "skins"));
+    ioArguments.path = get(iValues, "path");
+    ioArguments.pixelFormat = get(iValues, "pixel-format");
+    if (ioArguments.output.empty()) {
+        throw UsageErrorC("make takes --output and a folder");
+    }
+    if (iValues.count("path") != 0 && ioArguments.path[0] != '/') {
+        throw UsageErrorC("--path takes a folder on the device, from its root on, not \"" + ioArguments.path + '"');
+    }
+    if (ioArguments.skins != SkinForm::Dfiff && iValues.count("pixel-format") != 0) {
+        throw UsageErrorC("--pixel-format is for --skins dfiff");
+    }
+    if (ioArguments.skins == SkinForm::Dfiff && !isPixelFormat(ioArguments.pixelFormat)) {
+        throw UsageErrorC("--skins dfiff takes --pixel-format and the name that DirectFB has for that of the screen, "
+                          "RGB16 or RGB32 as a rule" +
+                          (ioArguments.pixelFormat.empty() ? "" : ", not \"" + ioArguments.pixelFormat + '"'));
+    }
+}
+
 } // namespace
 
 Arguments readArguments(int argc, const char* const argv[])
@@ -130,29 +188,30 @@ Arguments readArguments(int argc, const char* const argv[])
     if (argc < 2) {
         throw UsageErrorC("no command");
     }
-    Arguments arguments = {readCommand(argv[1]), {}, {}, false, {}, {}, false, false};
+    Arguments arguments = {readCommand(argv[1]), {}, {}, false, {}, {}, false, false, {}, SkinForm::Png, {}};
     if (arguments.command == Command::Help || arguments.command == Command::Version) {
         return arguments;
     }
     try {
         const auto values = parse(arguments.command, std::vector<std::string>(argv + 2, argv + argc));
-        arguments.theme = values["theme"].as<std::string>();
+        arguments.input = get(values, "input");
         if (values.count("screen") != 0) {
             arguments.screen = readSize(values["screen"].as<std::string>());
         }
-        if (values.count("output") != 0) {
-            arguments.output = values["output"].as<std::string>();
-        }
+        arguments.output = get(values, "output");
         if (values.count("held") != 0) {
             arguments.held = readCode(values["held"].as<std::string>());
         }
         arguments.plain = has(values, "plain");
         arguments.strict = has(values, "strict");
+        if (arguments.command == Command::Make) {
+            readMake(values, arguments);
+        }
     } catch (const options::error& error) {
         throw UsageErrorC(error.what());
     }
-    if (arguments.theme.empty()) {
-        throw UsageErrorC("no theme");
+    if (arguments.input.empty()) {
+        throw UsageErrorC(arguments.command == Command::Make ? "no drawing" : "no theme");
     }
     if (arguments.command == Command::Preview) {
         checkPreview(arguments);
@@ -163,19 +222,25 @@ Arguments readArguments(int argc, const char* const argv[])
 std::string describeUsage()
 {
     return R"(Usage:
+  pebbleton-theme make DRAWING.svg --output FOLDER [--path FOLDER] [--skins png|palette]
+  pebbleton-theme make DRAWING.svg --output FOLDER [--path FOLDER] --skins dfiff --pixel-format FORMAT
   pebbleton-theme check THEME [--screen WxH] [--strict]
   pebbleton-theme preview THEME --output FILE.png [--screen WxH] [--held CODE] [--plain]
   pebbleton-theme preview THEME --output FILE.html [--screen WxH]
   pebbleton-theme try THEME
   pebbleton-theme --help | --version
 
+make     makes a theme, two skins and their file, of one drawing, and says what check says of it
 check    says what is wrong with the theme, one problem a line, and nothing of a sound one
 preview  draws the screen with its buttons, or makes a page in which they can be pressed
 try      runs the menu with the theme in a window
 
   --screen WxH    the size of the screen, if it is not that of the normal skin
   --strict        let a warning count as an error
-  --output FILE   what to write; an existing file is replaced
+  --output FILE   what to write, for make the folder; existing files are replaced
+  --path FOLDER   where the folder will lie on the device, if not in the same place
+  --skins FORM    png: PNG in true colour; palette: PNG of 256 colours; dfiff: DirectFB's own form
+  --pixel-format  that of the device's screen, such as RGB16 or RGB32
   --held CODE     show the push button with this code held
   --plain         the screen alone, without outlines and codes
 

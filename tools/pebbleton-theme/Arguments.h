@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Size.h"
+#include "SkinForm.h"
 
 namespace PEBBLETON
 {
@@ -16,6 +17,7 @@ enum class Command
     Help,
     Version,
     Check,
+    Make,
     Preview,
     Try
 };
@@ -30,13 +32,16 @@ public:
 // What the command line asks for.
 struct Arguments {
     Command command;
-    std::string theme;                 // the file as it was named; empty for Help and Version
-    std::string output;                // Preview alone: what to write
-    bool isPage;                       // Preview alone: the output is a page, not a picture
-    std::optional<Size> screen;        // none: the size of the normal skin
+    std::string input;          // the theme or, for Make, the drawing as it was named; empty for Help and Version
+    std::string output;         // Preview: the file to write; Make: the folder
+    bool isPage;                // Preview alone: the output is a page, not a picture
+    std::optional<Size> screen; // none: the size of the normal skin
     std::optional<std::uint32_t> held; // Preview alone: the code of the push button that is shown held
     bool plain;                        // Preview alone: without outlines
     bool strict;                       // Check alone: a warning counts as an error
+    std::string path;                  // Make alone: the folder on the device; empty: the output
+    SkinForm skins;                    // Make alone
+    std::string pixelFormat;           // Make alone: with SkinForm::Dfiff a name of DirectFB's, else empty
 };
 
 // Reads the command line; throws UsageErrorC.

@@ -1,5 +1,7 @@
 #include "Inspection.h"
 
+#include <utility>
+
 #include "EntryCheck.h"
 #include "LayoutCheck.h"
 #include "LookCheck.h"
@@ -10,8 +12,8 @@
 namespace PEBBLETON
 {
 
-InspectionC::InspectionC(const std::string& iThemeName, const std::optional<Size>& iScreen)
-    : mFile(iThemeName), mFindings(iThemeName), mSurfaces({iScreen, {}, {}})
+InspectionC::InspectionC(const std::string& iThemeName, const std::optional<Size>& iScreen, std::string iFolder)
+    : mFolder(std::move(iFolder)), mFile(iThemeName), mFindings(iThemeName), mSurfaces({iScreen, {}, {}})
 {
     if (!mFile.Load(mFindings)) {
         return;
@@ -74,7 +76,8 @@ void InspectionC::LoadSkin(const std::string& iName, const std::optional<std::st
     if (!iPath) {
         return;
     }
-    Skin skin = readSkin(*iPath);
+    Skin skin = readSkin(mFolder.empty() ? *iPath : mFolder + '/' + iPath->substr(iPath->rfind('/') + 1));
+    skin.path = *iPath;
     SkinCheckC(mFindings).CheckSkin(iName, skin);
     if (skin.IsLoaded()) {
         ioSkin = std::move(skin);

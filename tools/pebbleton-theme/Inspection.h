@@ -16,9 +16,10 @@ namespace PEBBLETON
 class InspectionC
 {
 public:
-    // Reads and checks everything. Without iScreen the screen has the size of the normal skin. Throws
-    // std::runtime_error when the machine, and not the theme, is at fault.
-    InspectionC(const std::string& iThemeName, const std::optional<Size>& iScreen);
+    // Reads and checks everything. Without iScreen the screen has the size of the normal skin. With iFolder the skins
+    // are read from there, wherever the theme says that they will lie. Throws std::runtime_error when the machine, and
+    // not the theme, is at fault.
+    InspectionC(const std::string& iThemeName, const std::optional<Size>& iScreen, std::string iFolder = {});
 
     const std::string& GetName() const;
     const FindingsC& GetFindings() const;
@@ -37,6 +38,7 @@ private:
     void LoadSkins();
     void LoadSkin(const std::string& iName, const std::optional<std::string>& iPath, std::optional<Skin>& ioSkin);
 
+    std::string mFolder;
     ThemeFileC mFile;
     FindingsC mFindings;
     std::optional<ThemeC> mTheme;

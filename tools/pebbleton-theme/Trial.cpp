@@ -1,10 +1,10 @@
 #include "Trial.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iostream>
 #include <stdexcept>
 
+#include <directfb_version.h>
 #include <sys/wait.h>
 
 #include "Window.h"
@@ -15,7 +15,7 @@ namespace PEBBLETON
 namespace
 {
 
-constexpr const char* fatalError = "(#) DirectFBError";
+constexpr const char* fatalError = ") DirectFBError"; // after (#, or of DirectFB2 (!
 
 // The entries whose code reaches the parent as iStatus.
 std::string findButtons(const ThemeC& iTheme, int iStatus)
@@ -47,9 +47,8 @@ bool hasFailed(const ThemeC& iTheme, int iStatus, const MessageFileC& iMessages)
 {
     const std::vector<std::string> lines = iMessages.GetLines();
     return (iStatus == 255 && !iTheme.IsComplete()) ||
-           std::any_of(lines.begin(), lines.end(), [](const std::string& iLine) {
-               return iLine.compare(0, std::strlen(fatalError), fatalError) == 0;
-           });
+           std::any_of(lines.begin(), lines.end(),
+                       [](const std::string& iLine) { return iLine.find(fatalError) == 2; });
 }
 
 bool printEnd(const ThemeC& iTheme, int iEnd, const MessageFileC& iMessages)
@@ -72,6 +71,9 @@ bool printEnd(const ThemeC& iTheme, int iEnd, const MessageFileC& iMessages)
 
 bool tryTheme(const InspectionC& iInspection)
 {
+    if (DIRECTFB_MAJOR_VERSION >= 2) {
+        throw std::runtime_error("DirectFB2 draws in no window: this takes DirectFB 1.7, or see the preview");
+    }
     if (!iInspection.GetTheme() || !iInspection.GetSurfaces().screen) {
         throw std::runtime_error("without the theme and its normal skin the size of the window is not known");
     }

@@ -6,6 +6,7 @@
 #include "Arguments.h"
 #include "Inspection.h"
 #include "Log.h"
+#include "Make.h"
 #include "Preview.h"
 #include "Trial.h"
 
@@ -19,18 +20,32 @@ using PEBBLETON::InspectionC;
 
 constexpr int wrongUsage = 2;
 
+int report(const FindingsC& iFindings, bool iStrict)
+{
+    iFindings.PrintAll(std::cout);
+    return iFindings.HasErrors() || (iStrict && iFindings.HasWarnings()) ? EXIT_FAILURE : EXIT_SUCCESS;
+}
+
 int check(const Arguments& iArguments)
 {
-    const InspectionC inspection(iArguments.theme, iArguments.screen);
-    const FindingsC& findings = inspection.GetFindings();
-    findings.PrintAll(std::cout);
-    const bool failed = findings.HasErrors() || (iArguments.strict && findings.HasWarnings());
-    return failed ? EXIT_FAILURE : EXIT_SUCCESS;
+    const InspectionC inspection(iArguments.input, iArguments.screen);
+    return report(inspection.GetFindings(), iArguments.strict);
+}
+
+int make(const Arguments& iArguments)
+{
+    FindingsC findings(iArguments.input);
+    const std::optional<std::string> theme = PEBBLETON::makeTheme(iArguments, findings);
+    if (!theme) {
+        return report(findings, false);
+    }
+    const InspectionC inspection(*theme, {}, iArguments.output);
+    return report(inspection.GetFindings(), false);
 }
 
 int preview(const Arguments& iArguments)
 {
-    const InspectionC inspection(iArguments.theme, iArguments.screen);
+    const InspectionC inspection(iArguments.input, iArguments.screen);
     inspection.GetFindings().PrintErrors(std::cerr);
     PEBBLETON::writePreview(inspection, iArguments);
     return inspection.GetFindings().HasErrors() ? EXIT_FAILURE : EXIT_SUCCESS;
@@ -38,7 +53,7 @@ int preview(const Arguments& iArguments)
 
 int tryOut(const Arguments& iArguments)
 {
-    const InspectionC inspection(iArguments.theme, iArguments.screen);
+    const InspectionC inspection(iArguments.input, iArguments.screen);
     inspection.GetFindings().PrintErrors(std::cerr);
     return PEBBLETON::tryTheme(inspection) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
@@ -54,6 +69,8 @@ int run(const Arguments& iArguments)
         return EXIT_SUCCESS;
     case Command::Check:
         return check(iArguments);
+    case Command::Make:
+        return make(iArguments);
     case Command::Preview:
         return preview(iArguments);
     case Command::Try:
