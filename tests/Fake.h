@@ -34,8 +34,8 @@ struct Input {
     DFBResult get = DFB_OK;  // and how taking it out of the buffer
 };
 
-// Stands in for DirectFB, the system log and the monotonic clock, whose functions it defines for the test
-// program. Every call leaves one line in `trace`, in order, and any call to DirectFB can be made to fail.
+// Stands in for DirectFB, the system log and the monotonic clock, whose functions it defines for the test program.
+// Every call leaves one line in `trace`, in order, and any call to DirectFB can be made to fail.
 struct Fake {
     std::vector<std::string> trace;
     int failAt = -1;              // the call to DirectFB that fails, counted from 0
