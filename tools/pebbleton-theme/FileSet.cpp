@@ -101,7 +101,7 @@ void FileSetC::PutInPlace()
 
 // A second name, so that the first one is never without a file; where none can be had, as for another user's file, the
 // file is moved away for that moment.
-void FileSetC::KeepBefore(File& ioFile) const
+void FileSetC::KeepBefore(File& ioFile)
 {
     const std::string before = ioFile.written + ".before";
     if (link(ioFile.path.c_str(), before.c_str()) == 0) {

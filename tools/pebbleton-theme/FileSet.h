@@ -34,7 +34,7 @@ private:
         std::string before;  // another name of what had its name; empty: nothing had it
     };
 
-    void KeepBefore(File& ioFile) const;
+    static void KeepBefore(File& ioFile);
     void TakeBack();
 
     std::string mFolder;
