@@ -1,5 +1,5 @@
-// virtual-panel NAME CODE[=MIN:MAX]...    makes a panel of these axes, keys and properties, with uinput virtual-panel
-// NAME                      makes one of two fingers, 0 to 4095, that the kernel's hid-multitouch drives
+// virtual-panel NAME CODE[=MIN:MAX]...    makes a panel of these axes, keys and properties, with uinput
+// virtual-panel NAME                      makes one of two fingers, 0 to 4095, that the kernel's hid-multitouch drives
 //
 // Prints a line once the kernel was told, which keeps it until standard input ends. Each line of that is one report.
 // For the first kind it names the events in their order (ABS_X=100 BTN_TOUCH=1), for the second the one or two fingers,

@@ -6,7 +6,6 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
-#include <limits>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
