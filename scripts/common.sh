@@ -12,10 +12,33 @@ browserPackages=(chromium chromium-driver python3-selenium)
 skinPackages=(imagemagick librsvg2-bin)
 
 scratch=$(mktemp -d)
-trap 'stop_children; rm -rf "$scratch"' EXIT
-trap 'exit 129' HUP
-trap 'exit 130' INT
-trap 'exit 143' TERM
+# Whatever is started puts its own temporary files there too, so that nothing stays even of what is killed.
+export TMPDIR=$scratch TEST_TMPDIR=$scratch
+clean_up=() # what else is called at the end, before the children are stopped
+finishing=
+trap finish EXIT
+trap 'stop 129' HUP
+trap 'stop 130' INT
+trap 'stop 143' TERM
+
+# A second signal, such as that of a terminal that closes, must not end the clean-up half-way.
+stop() {
+    [ -z "$finishing" ] || return 0
+    finishing=yes
+    exit "$1"
+}
+
+finish() {
+    local status=$? function
+    finishing=yes
+    trap '' HUP INT TERM
+    for function in "${clean_up[@]}"; do
+        "$function" || true
+    done
+    stop_children
+    rm -rf "$scratch" || { sleep 1; rm -rf "$scratch"; } # what was killed may have been writing
+    exit "$status"
+}
 
 say() {
     printf '== %s\n' "$*"
@@ -26,11 +49,50 @@ fail() {
     exit 1
 }
 
+# descendants PID: its children and theirs, whichever thread started them, but for the subshell that asks.
+descendants() {
+    local child children
+    children=$(cat "/proc/$1/task"/*/children)
+    for child in $children; do
+        [ "$child" -ne "$BASHPID" ] || continue
+        echo "$child"
+        descendants "$child"
+    done
+}
+
+# Grandchildren are told as well: a subshell or a timeout that is stopped leaves behind what it runs. Each of them may
+# have something to clean up, and nothing is removed under their hands.
 stop_children() {
-    local children
-    children=$(jobs -p)
-    [ -z "$children" ] || kill $children 2>/dev/null || true
+    local signal=TERM started known="" end=$((SECONDS + 5))
+    while :; do
+        started=$(descendants $$ 2>/dev/null)
+        known=$(running $known $started)
+        [ -n "$known" ] || break
+        [ "$SECONDS" -lt "$end" ] || signal=KILL
+        kill -s $signal $known 2>/dev/null || true
+        [ $signal = TERM ] || break
+        sleep 0.05
+    done
     wait
+}
+
+# running PID...: those of them that have not ended.
+running() {
+    local process
+    for process in "$@"; do
+        [ ! -e "/proc/$process/exe" ] || echo "$process"
+    done | sort -nu
+}
+
+# attend COMMAND...: runs it so that a signal to this script is heard at once, not only when the command has ended.
+attend() {
+    "$@" <&0 &
+    wait $!
+}
+
+# keep_log FILE COMMAND...: what it says is seen, and stays there.
+keep_log() {
+    "${@:2}" | tee "$1"
 }
 
 # Installs those of the named Debian packages that are missing.
@@ -89,7 +151,7 @@ build() {
     say "Building ($1)"
     cmake --preset "$@" "${buildOptions[@]}" >"$scratch/configure.log" ||
         { cat "$scratch/configure.log" >&2; fail "CMake failed"; }
-    cmake --build --preset "$1" | tee "$scratch/build.log" || {
+    attend keep_log "$scratch/build.log" cmake --build --preset "$1" || {
         sed -n '/^FAILED: /,/^\[/p' "$scratch/build.log" >&2 # the other steps go on for a while after it
         fail "the build failed"
     }
