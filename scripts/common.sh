@@ -95,6 +95,17 @@ keep_log() {
     "${@:2}" | tee "$1"
 }
 
+# need_tools TOOL...: for a test, which ends as skipped where one of these is missing.
+need_tools() {
+    local tool missing=()
+    for tool in "$@"; do
+        command -v "$tool" >/dev/null || missing+=("$tool")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    say "SKIPPED: missing here:" "${missing[@]}"
+    exit 77
+}
+
 # Installs those of the named Debian packages that are missing.
 need_packages() {
     local missing
