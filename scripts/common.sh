@@ -10,6 +10,8 @@ themePackages=(libcairo2-dev libfontconfig-dev libpango1.0-dev libpng-dev librsv
 displayPackages=(imagemagick x11-utils xdotool xvfb)
 browserPackages=(chromium chromium-driver python3-selenium)
 skinPackages=(imagemagick librsvg2-bin)
+testPackages=("${displayPackages[@]}" "${skinPackages[@]}" "${browserPackages[@]}" binutils clang dpkg-dev file
+    fonts-dejavu-core libgmock-dev libgtest-dev mandoc pngquant)
 
 scratch=$(mktemp -d)
 # Whatever is started puts its own temporary files there too, so that nothing stays even of what is killed.
@@ -62,6 +64,7 @@ descendants() {
 
 # Grandchildren are told as well: a subshell or a timeout that is stopped leaves behind what it runs. Each of them may
 # have something to clean up, and nothing is removed under their hands.
+# shellcheck disable=SC2086 # one number a word
 stop_children() {
     local signal=TERM started known="" end=$((SECONDS + 5))
     while :; do
@@ -78,9 +81,10 @@ stop_children() {
 
 # running PID...: those of them that have not ended.
 running() {
-    local process
+    local process state
     for process in "$@"; do
-        [ ! -e "/proc/$process/exe" ] || echo "$process"
+        read -r state 2>/dev/null <"/proc/$process/stat" || continue
+        [[ ${state##*) } = [ZX]* ]] || echo "$process"
     done | sort -nu
 }
 
@@ -95,6 +99,12 @@ keep_log() {
     "${@:2}" | tee "$1"
 }
 
+# skip WHY: ends a test that cannot run here. CTest repeats the line at its end.
+skip() {
+    say "SKIPPED: $(basename "$0"): $*"
+    exit 77
+}
+
 # need_tools TOOL...: for a test, which ends as skipped where one of these is missing.
 need_tools() {
     local tool missing=()
@@ -102,11 +112,11 @@ need_tools() {
         command -v "$tool" >/dev/null || missing+=("$tool")
     done
     [ ${#missing[@]} -gt 0 ] || return 0
-    say "SKIPPED: missing here:" "${missing[@]}"
-    exit 77
+    skip "missing here: ${missing[*]}"
 }
 
 # Installs those of the named Debian packages that are missing.
+# shellcheck disable=SC2086,SC2206 # one package a word
 need_packages() {
     local missing
     command -v dpkg-query >/dev/null || { say "Not Debian: this needs what corresponds to" "$@"; return 0; }
@@ -136,10 +146,10 @@ know_packages() {
     local unknown
     [[ " $* " != *" cmake "* ]] || know_cmake "$(apt-cache policy cmake | sed -n 's/ *Candidate: //p')"
     unknown=$(comm -23 <(printf '%s\n' "$@" | sort) <(apt-cache pkgnames | sort))
-    case " "$unknown" " in
-    *" libdirectfb-"*) fail "this system has no packages of DirectFB 1.7: Debian 12 has them, 13 and later do not;" \
+    case $unknown in
+    *libdirectfb-*) fail "this system has no packages of DirectFB 1.7: Debian 12 has them, 13 and later do not;" \
         "see DirectFB2 in docs/device-guide.md" ;;
-    *[a-z]*) fail "this system has no package" $unknown ;;
+    ?*) fail "this system has no package" "${unknown//$'\n'/ }" ;;
     esac
 }
 
@@ -168,6 +178,24 @@ build() {
     }
 }
 
+# run_tests PRESET... [CTEST'S OPTIONS]: the tests of these builds in one run, so that none waits for the slowest of
+# another build. Each build must have tests, and none may be skipped.
+run_tests() {
+    local builds=()
+    while [[ ${1--} != -* ]]; do
+        [[ $(ctest --preset "$1" -N) =~ "Total Tests: "[1-9] ]] || fail "the build $1 has no tests"
+        builds+=("$1")
+        shift
+    done
+    say "Testing (${builds[*]})"
+    mkdir -p build/tests
+    printf 'subdirs("%s")\n' "${builds[@]/#/$PWD/build/}" >build/tests/CTestTestfile.cmake
+    cp "build/${builds[0]}/CTestCustom.cmake" build/tests
+    attend keep_log "$scratch/tests.log" ctest --test-dir build/tests --parallel "$(nproc)" --output-on-failure "$@" ||
+        fail "a test failed"
+    ! grep -q '\*\*\*Skipped' "$scratch/tests.log" || fail "no test may be skipped"
+}
+
 # use_directfb2 PREFIX: from now on DirectFB2, which is installed there, is what is built against.
 use_directfb2() {
     local folder found=
@@ -181,6 +209,17 @@ use_directfb2() {
         fail "in $1 is DirectFB $(pkg-config --modversion directfb), not DirectFB2"
     buildPackages=("${toolPackages[@]}")
     buildOptions=(-DCMAKE_INSTALL_RPATH="$(pkg-config --variable=libdir directfb)")
+}
+
+# with_readme COMMAND...: gives the command each of the two of README.md that do all the set-up, word for word.
+with_readme() {
+    local line lines
+    mapfile -t lines < <(sed -n '/^## Try it/,/^## /{ s/ *#.*//; s|^    scripts/|scripts/|p }' README.md)
+    [ ${#lines[@]} -eq 2 ] || fail "README.md has no longer two commands under \"Try it\""
+    for line in "${lines[@]}"; do
+        # shellcheck disable=SC2086 # a command and its arguments
+        "$@" $line
+    done
 }
 
 # start_display WIDTHxHEIGHT: an X server of our own on a free display number. DirectFB does not open on one with GLX,
@@ -242,7 +281,9 @@ in_parts() {
         (cd "$part.folder" && "$1" <"$part" >"$part.printed" 2>&1) &
         jobs+=($!)
     done
-    wait "${jobs[@]}"
+    for part in "${jobs[@]}"; do
+        wait "$part" || fail "a part of $2 was not run to its end"
+    done
     cat "$parts"/*.printed
 }
 
