@@ -27,7 +27,7 @@ fetch_kernel() {
     mkdir -p "$device/kernel/lib/modules/$version"
     cp "$scratch/kernel/boot/vmlinuz-$version" "$device/kernel/vmlinuz"
     cp "$scratch/kernel/bin/busybox" "$device/kernel"
-    (cd "$scratch/kernel/lib/modules/$version"
+    (cd "$scratch/kernel/lib/modules/$version" || exit
         for module in "${modules[@]}"; do
             grep -E "/$module\.ko(\.xz)?:" modules.dep || grep -q "/$module\.ko" modules.builtin ||
                 fail "the kernel has no module $module"
@@ -53,7 +53,7 @@ make_device() {
     fi
     mkdir -p "$root"/{bin,dev,etc/init.d,etc/pebbleton/actions,proc,run,sys,usr/local/bin} "$scratch/pictures"
     DESTDIR=$root cmake --install "$1" --prefix /usr >"$scratch/install.log" || fail "cannot be installed"
-    rm -r "$root/usr/share"
+    rm -r "${root:?}/usr/share"
     cp "$1/scripts/virtual-device/virtual-panel" "$root/usr/bin"
     cp -r "$device/kernel/lib" "$root"
     cp "$device/kernel/busybox" "$root/bin"
@@ -99,16 +99,16 @@ add_picture() {
 
 # start_device SIZE [QEMU's options]: boots it with a screen of that size, and waits for its shell.
 start_device() {
-    local size=$1 screen="-device VGA" boot=video=$1
+    local size=$1 screen=(-device VGA) boot=video=$1
     if [ -n "$directfb2" ]; then
-        screen="-device virtio-gpu-pci,xres=${size%x*},yres=${size#*x}"
+        screen=(-device "virtio-gpu-pci,xres=${size%x*},yres=${size#*x}")
         boot=drm_kms_helper.fbdev_emulation=0
     fi
     (cd "$scratch/root" && find . | cpio --quiet -o -H newc -R 0:0) >"$scratch/initramfs"
     mkfifo "$scratch"/{control,qmp}.{in,out}
     qemu-system-x86_64 -nodefaults -no-user-config -no-reboot -accel tcg,thread=multi -m 512 -usb \
         -kernel "$device/kernel/vmlinuz" -initrd "$scratch/initramfs" -append "console=ttyS0 panic=-1 $boot" \
-        $screen -serial "file:$device/console.log" \
+        "${screen[@]}" -serial "file:$device/console.log" \
         -chardev "pipe,id=control,path=$scratch/control" -serial chardev:control \
         -chardev "pipe,id=qmp,path=$scratch/qmp" -mon chardev=qmp,mode=control "${@:2}" &
     qemu=$!
@@ -120,8 +120,8 @@ start_device() {
 # tell_qemu COMMAND: in QEMU's own protocol.
 tell_qemu() {
     local line
-    printf '{"execute":%s}\n' "$1" >&$qmp
-    while read -r -t 90 -u $event line; do
+    printf '{"execute":%s}\n' "$1" >&"$qmp"
+    while read -r -t 90 -u "$event" line; do
         case $line in
         *'"return"'*) return 0 ;;
         *'"error"'*) fail "QEMU: $line" ;;
@@ -133,16 +133,18 @@ tell_qemu() {
 # guest COMMAND...: runs that in the device's shell, prints what it prints and ends with its status. What the shell asks
 # meanwhile, it is told.
 guest() {
-    printf '%s\n' "${*//$'\n'/ }" >&$control
+    printf '%s\n' "${*//$'\n'/ }" >&"$control"
     await_answer "$@"
 }
 
 await_answer() {
     local line
-    while read -r -t 90 -u $answer line; do
+    while read -r -t 90 -u "$answer" line; do
         case $line in
         =*) return "${line#=}" ;;
-        \?*) { device_${line#\?} && echo yes || echo no; } >&$control ;;
+        \?*)
+            # shellcheck disable=SC2086 # a command and its arguments
+            { device_${line#\?} && echo yes || echo no; } >&"$control" ;;
         '') ;;
         *) printf '%s\n' "$line" ;;
         esac
