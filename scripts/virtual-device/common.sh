@@ -52,7 +52,7 @@ make_device() {
         [ "$folder" != /usr/etc ] || folder=/etc
     fi
     mkdir -p "$root"/{bin,dev,etc/init.d,etc/pebbleton/actions,proc,run,sys,usr/local/bin} "$scratch/pictures"
-    DESTDIR=$root cmake --install "$1" --prefix /usr >"$scratch/install.log" || fail "cannot be installed"
+    DESTDIR=$root cmake --install "$1" --prefix /usr --component pebbleton >"$scratch/install.log" || fail "cannot be installed"
     rm -r "${root:?}/usr/share"
     cp "$1/scripts/virtual-device/virtual-panel" "$root/usr/bin"
     cp -r "$device/kernel/lib" "$root"
