@@ -16,9 +16,11 @@
 #include "DrmDisplay.h"
 #include "Fake.h"
 #include "Panel.h"
+#include "StartWait.h"
 #include "TouchOptions.h"
 #include "TouchPrinter.h"
 #include "TouchTranslator.h"
+#include "VirtualPanel.h"
 
 using namespace PEBBLETON;
 using testing::HasSubstr;
@@ -252,6 +254,28 @@ TEST(TouchTest, FindsThePixel)
     }
 }
 
+// A folder of files, gone with the object.
+class Folder
+{
+public:
+    ~Folder()
+    {
+        std::filesystem::remove_all(path);
+    }
+
+    void Write(const std::string& iFile, const std::string& iText) const
+    {
+        std::filesystem::create_directories((path / iFile).parent_path());
+        std::ofstream(path / iFile) << iText;
+    }
+
+private:
+    const TextFile mName{""};
+
+public:
+    const std::filesystem::path path = mName.path + ".d";
+};
+
 // What DRM says of its connectors: the status and the modes of each.
 struct Connector {
     const char* name;
@@ -297,6 +321,21 @@ TEST(TouchTest, FindsTheDisplay)
         }
         std::filesystem::remove_all(folder);
     }
+}
+
+TEST(TouchTest, FindsItsOwnDevice)
+{
+    const Folder root;
+    const std::string folder = root.path;
+    EXPECT_FALSE(VirtualPanelC::HasDevice(folder + "/input5", folder));
+    root.Write("input5/mouse1/dev", "");
+    root.Write("mouse1", "");
+    root.Write("event4", "");
+    EXPECT_FALSE(VirtualPanelC::HasDevice(folder + "/input5", folder));
+    root.Write("input5/event12/dev", "");
+    EXPECT_FALSE(VirtualPanelC::HasDevice(folder + "/input5", folder));
+    root.Write("event12", "");
+    EXPECT_TRUE(VirtualPanelC::HasDevice(folder + "/input5", folder));
 }
 
 // The words of a command line, as main gets them.
@@ -447,6 +486,66 @@ TEST_F(TouchProgramTest, ACommandIsAsItWouldBeAlone)
         EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr(c.complaint));
         sigprocmask(SIG_SETMASK, &mask, nullptr);
         signal(SIGPIPE, SIG_DFL); // NOLINT(cert-err33-c)
+    }
+}
+
+// Each look takes half a second; at the first one the signal comes.
+TEST_F(TouchProgramTest, WaitsBeforeTheStart)
+{
+    using Result = StartWaitC::Result;
+    const std::string said = "log 6 waits for a display, for 3 seconds at the most";
+    const struct {
+        const char* name;
+        int at;
+        int most;
+        Result result;
+        int looks;
+        std::vector<std::string> log = {};
+        const char* what = "a display";
+        int signal = 0;
+        int status = 0; // 0: none
+        bool isIgnored = false;
+    } cases[] = {
+        {"is there", 1, 0, Result::There, 1},
+        {"no patience", 2, 0, Result::Missing, 1},
+        {"comes before it is worth a word", 2, 3, Result::There, 2},
+        {"comes after a second", 3, 3, Result::There, 3, {said}},
+        {"comes in the last moment", 6, 3, Result::There, 6, {said}},
+        {"comes too late", 7, 3, Result::Missing, 6, {said}},
+        {"too short for a word", 9, 1, Result::Missing, 2},
+        {"in silence", 9, 2, Result::Missing, 4, {}, nullptr},
+        {"told to stop", 9, 3, Result::Stopped, 1, {}, "a display", SIGTERM, 143},
+        {"interrupted", 9, 3, Result::Stopped, 1, {}, "a display", SIGINT, 130},
+        {"hung up", 9, 3, Result::Stopped, 1, {}, "a display", SIGHUP, 129},
+        {"quit", 9, 3, Result::Stopped, 1, {}, "a display", SIGQUIT, 131},
+        {"hung up under nohup", 2, 3, Result::There, 2, {}, "a display", SIGHUP, 0, true},
+        {"a child ends that was there before", 2, 3, Result::There, 2, {}, "a display", SIGCHLD},
+    };
+    for (const auto& c : cases) {
+        sigset_t mask;
+        sigprocmask(SIG_SETMASK, nullptr, &mask);
+        fake = Fake();
+        if (c.isIgnored) {
+            signal(c.signal, SIG_IGN); // NOLINT(cert-err33-c)
+        }
+        testing::internal::CaptureStderr();
+        {
+            CommandC command;
+            int looks = 0;
+            const auto look = [&] {
+                fake.now += 500000000;
+                EXPECT_EQ(0, ++looks > 1 || c.signal == 0 ? 0 : kill(getpid(), c.signal));
+                return looks >= c.at;
+            };
+            EXPECT_EQ(c.result, StartWaitC(command).For(look, std::chrono::seconds(c.most), c.what)) << c.name;
+            EXPECT_EQ(c.looks, looks) << c.name;
+            EXPECT_EQ(c.status, command.GetStatus().value_or(0)) << c.name;
+        }
+        testing::internal::GetCapturedStderr();
+        EXPECT_EQ(c.log, fake.take()) << c.name;
+        sigprocmask(SIG_SETMASK, &mask, nullptr);
+        signal(SIGPIPE, SIG_DFL); // NOLINT(cert-err33-c)
+        signal(SIGHUP, SIG_DFL);  // NOLINT(cert-err33-c)
     }
 }
 

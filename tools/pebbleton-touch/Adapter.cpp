@@ -18,14 +18,14 @@
 namespace PEBBLETON
 {
 
-AdapterC::AdapterC(const TouchOptions& iOptions) : mOptions(iOptions), mWatch(iOptions.device)
+AdapterC::AdapterC(const TouchOptions& iOptions) : mOptions(iOptions), mWait(mCommand), mWatch(iOptions.device)
 {
 }
 
 int AdapterC::Run()
 {
     if (!Prepare() || !mCommand.Start(mOptions.command)) {
-        return failed;
+        return mCommand.GetStatus().value_or(failed);
     }
     while (!mCommand.GetStatus()) {
         Wait();
@@ -44,7 +44,7 @@ bool AdapterC::Prepare()
                std::strerror(errno));
         return false;
     }
-    if (!FindScreen() || !mVirtual.Open(mScreen)) {
+    if (!FindScreen() || !mVirtual.Open(mScreen) || !AwaitDevice()) {
         return false;
     }
     LookForPanel();
@@ -71,6 +71,21 @@ bool AdapterC::FindScreen()
     }
     mScreen = *screen;
     return true;
+}
+
+// The command looks for panels once, as it starts.
+bool AdapterC::AwaitDevice() const
+{
+    using namespace std::chrono_literals;
+    const StartWaitC::Result result =
+        mWait.For([this] { return mVirtual.HasDevice(); }, 30s, "the device of its own panel, by the module evdev");
+    if (result == StartWaitC::Result::Missing) {
+        Report(LOG_ERR,
+               "the device of the panel \"%s\" is not there: load the kernel's module evdev, or see what makes "
+               "/dev/input",
+               VirtualPanelC::name);
+    }
+    return result == StartWaitC::Result::There;
 }
 
 void AdapterC::Wait()

@@ -8,6 +8,7 @@
 #include "Panel.h"
 #include "PanelWatch.h"
 #include "ScreenMap.h"
+#include "StartWait.h"
 #include "TouchOptions.h"
 #include "TouchTranslator.h"
 #include "VirtualPanel.h"
@@ -28,12 +29,14 @@ public:
     // iOptions must outlive this object.
     explicit AdapterC(const TouchOptions& iOptions);
 
-    // Returns the status to exit with: the command's, or `failed` after the reason was reported. To be called once.
+    // Waits for the virtual panel's device, then runs the command. Returns the status to exit with: the command's, also
+    // when a signal ended it before it began, or `failed` after the reason was reported. To be called once.
     int Run();
 
 private:
     bool Prepare();
     bool FindScreen();
+    bool AwaitDevice() const;
     void Wait();
     void TakeSignals();
     void ReadPanel();
@@ -48,6 +51,7 @@ private:
     ScreenSize mScreen = {};
     VirtualPanelC mVirtual;
     CommandC mCommand;
+    StartWaitC mWait; // uses mCommand
     PanelWatchC mWatch;
     std::unique_ptr<PanelC> mPanel;                // the real one; null: there is none
     std::unique_ptr<PanelC> mSetAside;             // a pointer that gave way to a screen, kept from DirectFB

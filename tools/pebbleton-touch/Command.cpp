@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/signalfd.h>
 #include <sys/wait.h>
@@ -18,6 +19,13 @@ namespace
 {
 
 constexpr int handedOn[] = {SIGTERM, SIGINT, SIGHUP, SIGQUIT};
+
+// As for a command that nohup or a shell's & has started.
+bool isIgnored(int iSignal)
+{
+    struct sigaction action = {};
+    return sigaction(iSignal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
 
 } // namespace
 
@@ -45,6 +53,19 @@ CommandC::~CommandC()
     if (mSignals >= 0) {
         close(mSignals);
     }
+}
+
+bool CommandC::Rest(std::chrono::milliseconds iTime)
+{
+    pollfd source = {mSignals, POLLIN, 0};
+    poll(&source, 1, static_cast<int>(iTime.count()));
+    while (const std::optional<int> signal = TakeSignal()) {
+        if (!isIgnored(*signal)) {
+            mStatus = 128 + *signal;
+            return false;
+        }
+    }
+    return true;
 }
 
 bool CommandC::Start(char* const iCommand[])

@@ -1,6 +1,7 @@
 #ifndef PEBBLETON_TOUCH_COMMAND_H
 #define PEBBLETON_TOUCH_COMMAND_H
 
+#include <chrono>
 #include <csignal>
 #include <optional>
 
@@ -25,6 +26,10 @@ public:
     CommandC(const CommandC&) = delete;
     CommandC& operator=(const CommandC&) = delete;
 
+    // Does nothing for so long, or less when a signal comes; only before Start. False: the signal is one that ends the
+    // command, which is not to be started any more; GetStatus tells of it.
+    bool Rest(std::chrono::milliseconds iTime);
+
     // Starts it: iCommand as for exec, ended by a null pointer. It has the standard streams, and the signals are to it
     // what they were to this process. What cannot be started is reported, and ends with cannotRun or notFound. False:
     // no process can be made, which is reported.
@@ -40,7 +45,8 @@ public:
     // Sends the command a signal, if it runs.
     void HandOn(int iSignal) const;
 
-    // How the command ended: its exit status, or 128 and the number of the signal that ended it. Nothing: it runs.
+    // How the command ended: its exit status, or 128 and the number of the signal that ended it. Nothing: it runs, or
+    // is yet to start.
     std::optional<int> GetStatus() const;
 
 private:

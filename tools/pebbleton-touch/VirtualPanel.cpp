@@ -1,12 +1,11 @@
 #include "VirtualPanel.h"
 
 #include <cerrno>
-#include <chrono>
 #include <cstring>
 #include <memory>
-#include <thread>
 
 #include <fcntl.h>
+#include <glob.h>
 #include <libevdev/libevdev-uinput.h>
 #include <libevdev/libevdev.h>
 #include <unistd.h>
@@ -65,8 +64,26 @@ bool VirtualPanelC::Open(const ScreenSize& iScreen)
     Handle(EV_ABS, ABS_X, TouchTranslatorC::parked.x);
     Handle(EV_ABS, ABS_Y, TouchTranslatorC::parked.y);
     Handle(EV_SYN, SYN_REPORT, 0);
-    AwaitDevice();
     return true;
+}
+
+// The library looked for the device once, when the panel was made. Where the folder is, it knows in any case.
+bool VirtualPanelC::HasDevice() const
+{
+    const char* const folder = libevdev_uinput_get_syspath(mDevice);
+    return folder != nullptr && HasDevice(folder, "/dev/input");
+}
+
+bool VirtualPanelC::HasDevice(const std::string& iFolder, const std::string& iDevices)
+{
+    glob_t found = {};
+    bool isThere = false;
+    if (glob((iFolder + "/event[0-9]*").c_str(), 0, nullptr, &found) == 0) {
+        const std::string path = found.gl_pathv[0];
+        isThere = access((iDevices + path.substr(path.rfind('/'))).c_str(), R_OK) == 0;
+    }
+    globfree(&found);
+    return isThere;
 }
 
 void VirtualPanelC::Handle(unsigned iType, unsigned iCode, int iValue)
@@ -92,20 +109,6 @@ bool VirtualPanelC::Create(const ScreenSize& iScreen)
                std::strerror(-error));
     }
     return error == 0;
-}
-
-// Where a daemon makes the device's node, it may come a little later. The command looks for panels once, as it starts.
-void VirtualPanelC::AwaitDevice() const
-{
-    using namespace std::chrono_literals;
-    const char* const node = libevdev_uinput_get_devnode(mDevice);
-    for (int tries = 0; node == nullptr || access(node, R_OK) != 0; ++tries) {
-        if (tries == 200) {
-            Report(LOG_WARNING, "the device of the panel \"%s\" is not there; see what makes /dev/input", name);
-            return;
-        }
-        std::this_thread::sleep_for(10ms);
-    }
 }
 
 } // namespace PEBBLETON

@@ -23,16 +23,21 @@ public:
     VirtualPanelC(const VirtualPanelC&) = delete;
     VirtualPanelC& operator=(const VirtualPanelC&) = delete;
 
-    // Makes the panel, its position parked outside of the screen, and waits until its device can be opened. False: it
-    // cannot be made, which is reported.
+    // Makes the panel, its position parked outside of the screen. False: it cannot be made, which is reported.
     bool Open(const ScreenSize& iScreen);
+
+    // Whether the command can find the panel; not before Open. Its device may come later, with the module evdev, or
+    // from a daemon that makes /dev/input.
+    bool HasDevice() const;
+
+    // Whether the input device whose folder below /sys this is has a device in iDevices that can be read.
+    static bool HasDevice(const std::string& iFolder, const std::string& iDevices);
 
     // Reports the event as one of this panel; not before Open.
     void Handle(unsigned iType, unsigned iCode, int iValue) override;
 
 private:
     bool Create(const ScreenSize& iScreen);
-    void AwaitDevice() const;
 
     int mUinput = -1;                   // owned
     libevdev_uinput* mDevice = nullptr; // owned; uses mUinput
