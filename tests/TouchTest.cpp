@@ -13,7 +13,7 @@
 #include <sys/wait.h>
 
 #include "Command.h"
-#include "DrmDisplay.h"
+#include "DisplayFinder.h"
 #include "Fake.h"
 #include "Panel.h"
 #include "StartWait.h"
@@ -269,6 +269,13 @@ public:
         std::ofstream(path / iFile) << iText;
     }
 
+    std::string ReadLine(const std::string& iFile) const
+    {
+        std::string line;
+        std::getline(std::ifstream(path / iFile), line);
+        return line;
+    }
+
 private:
     const TextFile mName{""};
 
@@ -282,6 +289,8 @@ struct Connector {
     std::string status;
     const char* modes;
 };
+
+const std::string connectors = "sys/class/drm/";
 
 TEST(TouchTest, FindsTheDisplay)
 {
@@ -297,30 +306,56 @@ TEST(TouchTest, FindsTheDisplay)
         {{{"card1-DSI-1", "connected", "720x1280\n"}, {"card0-DP-1", "connected", "1920x1080i\n"}},
          {1920, 1080},
          false},
-        {{{"card1-DSI-1", "connected", "720x1280\n"}}, {720, 1280}, false},
-        {{{"card0-DP-1", "connected", ""}, {"card0-DP-2", "connected", "65535x1\n"}}, {65535, 1}, false},
+        {{{"card12-HDMI-A-1", "connected", "720x1280\n"}}, {720, 1280}, false},
+        {{{"card0-DP-1", "connected", ""}, {"card1-DP-2", "connected", "65535x1\n"}}, {65535, 1}, false},
         {{{"card0-Virtual-1", "unknown", "800x480\n"}, {"card0-DP-1", "disconnected", "800x480\n"}}, {0, 0}},
         {{{"card0", "connected", "800x480\n"}, {"version", "connected", "800x480\n"}}, {0, 0}, false},
         {{{"card0-DP-1", "connected", "65536x1\n"}, {"card0-DP-2", "connected", "1x65536\n"}}, {0, 0}},
         {{{"card0-DP-1", "connected", "0x1\n"}, {"card0-DP-2", "connected", "800*480\n"}}, {0, 0}},
     };
     for (const auto& c : cases) {
-        const TextFile file("");
-        const std::filesystem::path folder = file.path + ".d";
+        const Folder root;
         for (const Connector& connector : c.connectors) {
-            std::filesystem::create_directories(folder / connector.name);
-            std::ofstream(folder / connector.name / "status") << connector.status << '\n';
-            std::ofstream(folder / connector.name / "modes") << connector.modes;
+            root.Write(connectors + connector.name + "/status", connector.status + '\n');
+            root.Write(connectors + connector.name + "/modes", connector.modes);
         }
-        const ScreenSize found = ReadDisplaySize(folder).value_or(ScreenSize{0, 0});
+        DisplayFinderC finder(root.path);
+        EXPECT_EQ(c.size.x != 0, finder.Look());
+        const ScreenSize found = c.size.x != 0 ? finder.Get() : ScreenSize{0, 0};
         EXPECT_EQ(std::make_pair(c.size.x, c.size.y), std::make_pair(found.width, found.height));
         for (const Connector& connector : c.connectors) {
-            std::string status;
-            std::getline(std::ifstream(folder / connector.name / "status"), status);
-            EXPECT_EQ(c.asked ? "detect" : connector.status, status) << connector.name;
+            EXPECT_EQ(c.asked ? "detect" : connector.status, root.ReadLine(connectors + connector.name + "/status"))
+                << connector.name;
         }
-        std::filesystem::remove_all(folder);
     }
+}
+
+TEST(TouchTest, LooksOnForADisplay)
+{
+    const Folder root;
+    DisplayFinderC finder(root.path);
+    EXPECT_FALSE(finder.Look());
+    EXPECT_EQ(ENOENT, finder.GetError());
+    root.Write("dev/fb0", "no device");
+    root.Write(connectors + "card1-DP-1/status", "disconnected");
+    for (int looks = 0; looks < 9; ++looks) {
+        EXPECT_FALSE(finder.Look());
+        EXPECT_EQ("disconnected", root.ReadLine(connectors + "card1-DP-1/status"));
+    }
+    EXPECT_EQ(EINVAL, finder.GetError());
+    EXPECT_FALSE(finder.Look());
+    EXPECT_EQ("detect", root.ReadLine(connectors + "card1-DP-1/status"));
+
+    root.Write(connectors + "card1-DP-1/status", "connected");
+    root.Write(connectors + "card1-DP-1/modes", "800x480");
+    EXPECT_TRUE(finder.Look());
+    for (const char* emulation : {"", "N\n", "Y\n"}) {
+        root.Write("sys/module/drm_kms_helper/parameters/fbdev_emulation", emulation);
+        EXPECT_EQ(*emulation != 'Y', finder.IsFinal()) << emulation;
+    }
+    root.Write(connectors + "card1-DP-1/status", "disconnected");
+    EXPECT_TRUE(finder.Look());
+    EXPECT_EQ(800, finder.Get().width);
 }
 
 TEST(TouchTest, FindsItsOwnDevice)
@@ -368,6 +403,8 @@ TEST_F(TouchProgramTest, ReadsItsOwnOptionsAndLeavesTheCommandsAlone)
         {"t --device= menu", nullptr, "--device"},
         {"t --dev=x --range -5:90:7:-80 --swapped-x-y menu", "menu"},
         {"t --range=0:1:0:2 menu --device", "menu"},
+        {"t --wait 0 --wait", nullptr, "--wait"},
+        {"t --wait=2147483647 menu", "menu"},
         {"t", nullptr, "no command is given"},
         {"t --print --", nullptr, "no command is given"},
         {"t --device", nullptr, "--device"},
@@ -378,6 +415,8 @@ TEST_F(TouchProgramTest, ReadsItsOwnOptionsAndLeavesTheCommandsAlone)
         {"t --screen 0x480 menu", nullptr, "not 0x480;"},
         {"t --screen 800x65536 menu", nullptr, "not 800x65536;"},
         {"t --screen 800x480x menu", nullptr, "not 800x480x;"},
+        {"t --wait -1 menu", nullptr, "such as 60, not -1;"},
+        {"t --wait 1.5 menu", nullptr, "not 1.5;"},
         {"t --range 0:4095 menu", nullptr, "such as 0:4095:0:4095, not 0:4095;"},
         {"t --range 0:9:3: menu", nullptr, "not 0:9:3:;"},
         {"t --range 3:3:0:9 menu", nullptr, "not 3:3:0:9;"},
@@ -406,18 +445,21 @@ TEST_F(TouchProgramTest, ReadsItsOwnOptionsAndLeavesTheCommandsAlone)
     TouchOptions chosen;
     EXPECT_TRUE(ParseTouchOptions(2, wordsOf(line).data(), chosen));
     EXPECT_TRUE(chosen.help);
+    EXPECT_EQ(60, chosen.wait.count());
     testing::internal::CaptureStdout();
     EXPECT_TRUE(PrintTouchHelp());
     EXPECT_THAT(testing::internal::GetCapturedStdout(),
                 testing::AllOf(HasSubstr("Usage: pebbleton-touch "), HasSubstr("--swapped-x-y")));
-    line = "t --screen 800x480 --range -5:90:7:-80 --inverted-x --swapped-x-y --inverted-y --device a --print menu";
-    ASSERT_TRUE(ParseTouchOptions(12, wordsOf(line).data(), chosen));
-    const auto& [help, device, size, range, orientation, print, command] = chosen;
+    line = "t --screen 800x480 --range -5:90:7:-80 --inverted-x --swapped-x-y --inverted-y --device a --print --wait 0 "
+           "menu";
+    ASSERT_TRUE(ParseTouchOptions(14, wordsOf(line).data(), chosen));
+    const auto& [help, device, size, range, orientation, print, wait, command] = chosen;
     EXPECT_THAT((std::vector{size->width, size->height, range->x.first, range->x.last, range->y.first, range->y.last}),
                 testing::ElementsAre(800, 480, -5, 90, 7, -80));
     EXPECT_THAT((std::vector{help, orientation.invertedX, orientation.invertedY, orientation.swapped, print}),
                 testing::ElementsAre(false, true, true, true, true));
     EXPECT_EQ("a", device);
+    EXPECT_EQ(0, wait.count());
 }
 
 TEST_F(TouchProgramTest, PrintsEachTouch)

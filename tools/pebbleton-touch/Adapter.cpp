@@ -9,8 +9,7 @@
 #include <libevdev/libevdev.h>
 #include <poll.h>
 
-#include "DrmDisplay.h"
-#include "FrameBuffer.h"
+#include "DisplayFinder.h"
 #include "Log.h"
 #include "Report.h"
 #include "TouchPrinter.h"
@@ -56,20 +55,32 @@ bool AdapterC::Prepare()
 
 bool AdapterC::FindScreen()
 {
-    std::optional<ScreenSize> screen = mOptions.screen ? mOptions.screen : ReadFrameBufferSize();
-    if (!screen) {
-        const int error = errno;
-        screen = ReadDisplaySize();
-        errno = error;
+    if (mOptions.screen) {
+        mScreen = *mOptions.screen;
+    } else if (!FindDisplay()) {
+        return false;
     }
-    if (!screen) {
+    return true;
+}
+
+bool AdapterC::FindDisplay()
+{
+    using namespace std::chrono_literals;
+    DisplayFinderC finder;
+    const auto look = [&finder] { return finder.Look(); };
+    const StartWaitC::Result result = mWait.For(look, mOptions.wait, "a display");
+    if (result == StartWaitC::Result::Missing) {
         Report(LOG_ERR,
                "neither /dev/fb0 nor a connected display tells the screen's size (%s): load the display's driver, or "
                "give the size, as in --screen 800x480",
-               std::strerror(errno));
+               std::strerror(finder.GetError()));
+    }
+    // A driver makes its frame buffer, which the command may need, a moment after it has told of its displays.
+    const auto lookOn = [&finder] { return finder.Look() && finder.IsFinal(); };
+    if (result != StartWaitC::Result::There || mWait.For(lookOn, 2s) == StartWaitC::Result::Stopped) {
         return false;
     }
-    mScreen = *screen;
+    mScreen = finder.Get();
     return true;
 }
 

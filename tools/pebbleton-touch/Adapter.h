@@ -29,13 +29,15 @@ public:
     // iOptions must outlive this object.
     explicit AdapterC(const TouchOptions& iOptions);
 
-    // Waits for the virtual panel's device, then runs the command. Returns the status to exit with: the command's, also
-    // when a signal ended it before it began, or `failed` after the reason was reported. To be called once.
+    // Waits for the display and for the virtual panel's device, then runs the command. Returns the status to exit with:
+    // the command's, also when a signal ended it before it began, or `failed` after the reason was reported. To be
+    // called once.
     int Run();
 
 private:
     bool Prepare();
     bool FindScreen();
+    bool FindDisplay();
     bool AwaitDevice() const;
     void Wait();
     void TakeSignals();

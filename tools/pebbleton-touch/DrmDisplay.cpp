@@ -44,12 +44,12 @@ std::optional<ScreenSize> readFirstMode(const std::string& iConnector)
 
 } // namespace
 
-std::optional<ScreenSize> ReadDisplaySize(const std::string& iFolder)
+std::optional<ScreenSize> ReadDrmDisplay(const std::string& iFolder, bool iProbe)
 {
     const std::vector<std::string> connectors = listConnectors(iFolder);
     for (const bool isToLook : {false, true}) {
         for (const std::string& connector : connectors) {
-            if (isToLook) {
+            if (isToLook && iProbe) {
                 std::ofstream(connector + "/status") << "detect";
             }
             const std::optional<ScreenSize> size = isConnected(connector) ? readFirstMode(connector) : std::nullopt;

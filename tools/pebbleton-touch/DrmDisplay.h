@@ -9,12 +9,12 @@
 namespace PEBBLETON
 {
 
-// The size of the screen where there is no frame buffer: that of the connected display's preferred mode, as the
-// kernel's DRM has it in iFolder. Of several displays it is the first one's, by its name; nothing where none is
-// connected.
+// The size of the connected display's preferred mode, as the kernel's DRM has it in iFolder. Of several displays it is
+// the first one's, by its name; nothing where none is connected.
 //
-// Where none seems to be connected, the kernel is made to look anew, if this process may: it does not by itself.
-std::optional<ScreenSize> ReadDisplaySize(const std::string& iFolder = "/sys/class/drm");
+// With iProbe, and where none seems to be connected, the kernel is made to look anew, if this process may: it does not
+// by itself.
+std::optional<ScreenSize> ReadDrmDisplay(const std::string& iFolder, bool iProbe);
 
 } // namespace PEBBLETON
 

@@ -10,9 +10,9 @@
 namespace PEBBLETON
 {
 
-std::optional<ScreenSize> ReadFrameBufferSize()
+std::optional<ScreenSize> ReadFrameBufferSize(const std::string& iDevice)
 {
-    const int frameBuffer = open("/dev/fb0", O_RDONLY | O_CLOEXEC);
+    const int frameBuffer = open(iDevice.c_str(), O_RDONLY | O_CLOEXEC);
     if (frameBuffer < 0) {
         return std::nullopt;
     }

@@ -2,14 +2,15 @@
 #define PEBBLETON_TOUCH_FRAME_BUFFER_H
 
 #include <optional>
+#include <string>
 
 #include "ScreenMap.h"
 
 namespace PEBBLETON
 {
 
-// The size of the screen as the frame buffer /dev/fb0 has it; nothing where it cannot be asked, as errno says.
-std::optional<ScreenSize> ReadFrameBufferSize();
+// The size of the screen as the frame buffer iDevice has it; nothing where it cannot be asked, as errno says.
+std::optional<ScreenSize> ReadFrameBufferSize(const std::string& iDevice);
 
 } // namespace PEBBLETON
 

@@ -29,6 +29,7 @@ options::options_description describeOptions()
     add("help,h", "Print this and end");
     add("device", text("PATH|NAME"), "The panel, by its path or its exact name");
     add("screen", text("WxH"), "The screen's size in pixels, instead of that of /dev/fb0 or of the display");
+    add("wait", text("SECONDS"), "How long to wait for a display that is not there yet, 60 if not given");
     add("range", text("X0:X1:Y0:Y1"), "What the panel reports at its edges, instead of what it says that it does");
     add("inverted-x", "The panel's x axis runs backwards");
     add("inverted-y", "The panel's y axis runs backwards");
@@ -103,6 +104,15 @@ PanelRange toRange(const std::string& iText)
     return {{edges[0], edges[1]}, {edges[2], edges[3]}};
 }
 
+std::chrono::seconds toSeconds(const std::string& iText)
+{
+    int seconds[1] = {};
+    if (!readNumbers(iText, ' ', seconds) || seconds[0] < 0) {
+        throw options::error("--wait takes a number of seconds, such as 60, not " + iText);
+    }
+    return std::chrono::seconds(seconds[0]);
+}
+
 TouchOptions toOptions(const options::variables_map& iValues)
 {
     TouchOptions chosen;
@@ -118,6 +128,9 @@ TouchOptions toOptions(const options::variables_map& iValues)
     }
     if (isGiven("screen")) {
         chosen.screen = toScreen(iValues["screen"].as<std::string>());
+    }
+    if (isGiven("wait")) {
+        chosen.wait = toSeconds(iValues["wait"].as<std::string>());
     }
     if (isGiven("range")) {
         chosen.range = toRange(iValues["range"].as<std::string>());

@@ -1,6 +1,7 @@
 #ifndef PEBBLETON_TOUCH_TOUCH_OPTIONS_H
 #define PEBBLETON_TOUCH_TOUCH_OPTIONS_H
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -23,7 +24,8 @@ struct TouchOptions {
     std::optional<PanelRange> range;  // nothing: what the panel reports
     Orientation orientation;
     bool print = false;
-    char** command = nullptr; // the command and its arguments: the end of argv, which stays the caller's
+    std::chrono::seconds wait{60}; // for a display, where its size is not given
+    char** command = nullptr;      // the command and its arguments: the end of argv, which stays the caller's
 };
 
 // Reads the command line up to the command, whose arguments are its own. False: it makes no sense, which is reported.
