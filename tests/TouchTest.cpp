@@ -15,6 +15,7 @@
 #include "Command.h"
 #include "DisplayFinder.h"
 #include "Fake.h"
+#include "FrameBuffer.h"
 #include "Panel.h"
 #include "StartWait.h"
 #include "TouchOptions.h"
@@ -296,22 +297,28 @@ TEST(TouchTest, FindsTheDisplay)
 {
     const struct {
         std::vector<Connector> connectors;
-        Position size;     // 0, 0: none
+        Position size; // 0, 0: none
+        const char* card;
         bool asked = true; // whether the kernel is made to look
     } cases[] = {
-        {{}, {0, 0}},
+        {{}, {0, 0}, ""},
         {{{"card0-HDMI-A-1", "disconnected", ""}, {"card0-LVDS-1", "connected", "800x480\n1024x768\n"}},
          {800, 480},
+         "/dev/dri/card0",
          false},
         {{{"card1-DSI-1", "connected", "720x1280\n"}, {"card0-DP-1", "connected", "1920x1080i\n"}},
          {1920, 1080},
+         "/dev/dri/card0",
          false},
-        {{{"card12-HDMI-A-1", "connected", "720x1280\n"}}, {720, 1280}, false},
-        {{{"card0-DP-1", "connected", ""}, {"card1-DP-2", "connected", "65535x1\n"}}, {65535, 1}, false},
-        {{{"card0-Virtual-1", "unknown", "800x480\n"}, {"card0-DP-1", "disconnected", "800x480\n"}}, {0, 0}},
-        {{{"card0", "connected", "800x480\n"}, {"version", "connected", "800x480\n"}}, {0, 0}, false},
-        {{{"card0-DP-1", "connected", "65536x1\n"}, {"card0-DP-2", "connected", "1x65536\n"}}, {0, 0}},
-        {{{"card0-DP-1", "connected", "0x1\n"}, {"card0-DP-2", "connected", "800*480\n"}}, {0, 0}},
+        {{{"card12-HDMI-A-1", "connected", "720x1280\n"}}, {720, 1280}, "/dev/dri/card12", false},
+        {{{"card0-DP-1", "connected", ""}, {"card1-DP-2", "connected", "65535x1\n"}},
+         {65535, 1},
+         "/dev/dri/card1",
+         false},
+        {{{"card0-Virtual-1", "unknown", "800x480\n"}, {"card0-DP-1", "disconnected", "800x480\n"}}, {0, 0}, ""},
+        {{{"card0", "connected", "800x480\n"}, {"version", "connected", "800x480\n"}}, {0, 0}, "", false},
+        {{{"card0-DP-1", "connected", "65536x1\n"}, {"card0-DP-2", "connected", "1x65536\n"}}, {0, 0}, ""},
+        {{{"card0-DP-1", "connected", "0x1\n"}, {"card0-DP-2", "connected", "800*480\n"}}, {0, 0}, ""},
     };
     for (const auto& c : cases) {
         const Folder root;
@@ -321,8 +328,9 @@ TEST(TouchTest, FindsTheDisplay)
         }
         DisplayFinderC finder(root.path);
         EXPECT_EQ(c.size.x != 0, finder.Look());
-        const ScreenSize found = c.size.x != 0 ? finder.Get() : ScreenSize{0, 0};
-        EXPECT_EQ(std::make_pair(c.size.x, c.size.y), std::make_pair(found.width, found.height));
+        const Display found = c.size.x != 0 ? finder.Get() : Display{{0, 0}, ""};
+        EXPECT_EQ(std::make_pair(c.size.x, c.size.y), std::make_pair(found.size.width, found.size.height));
+        EXPECT_EQ(c.card, found.card);
         for (const Connector& connector : c.connectors) {
             EXPECT_EQ(c.asked ? "detect" : connector.status, root.ReadLine(connectors + connector.name + "/status"))
                 << connector.name;
@@ -355,13 +363,19 @@ TEST(TouchTest, LooksOnForADisplay)
     }
     root.Write(connectors + "card1-DP-1/status", "disconnected");
     EXPECT_TRUE(finder.Look());
-    EXPECT_EQ(800, finder.Get().width);
+    EXPECT_EQ("/dev/dri/card1", finder.Get().card);
 }
 
-TEST(TouchTest, FindsItsOwnDevice)
+TEST(TouchTest, FindsWhatBelongsTogether)
 {
     const Folder root;
     const std::string folder = root.path;
+    EXPECT_EQ("", ReadFrameBufferCard(folder + "/fb0"));
+    root.Write("fb0/device/drm/renderD128/dev", "");
+    EXPECT_EQ("", ReadFrameBufferCard(folder + "/fb0"));
+    root.Write("fb0/device/drm/card1/dev", "");
+    EXPECT_EQ("/dev/dri/card1", ReadFrameBufferCard(folder + "/fb0"));
+
     EXPECT_FALSE(VirtualPanelC::HasDevice(folder + "/input5", folder));
     root.Write("input5/mouse1/dev", "");
     root.Write("mouse1", "");

@@ -10,6 +10,7 @@
 #include <poll.h>
 
 #include "DisplayFinder.h"
+#include "DrmCard.h"
 #include "Log.h"
 #include "Report.h"
 #include "TouchPrinter.h"
@@ -43,7 +44,7 @@ bool AdapterC::Prepare()
                std::strerror(errno));
         return false;
     }
-    if (!FindScreen() || !mVirtual.Open(mScreen) || !AwaitDevice()) {
+    if (!FindScreen() || !mVirtual.Open(mScreen) || !AwaitDevice() || !AwaitCard()) {
         return false;
     }
     LookForPanel();
@@ -80,7 +81,8 @@ bool AdapterC::FindDisplay()
     if (result != StartWaitC::Result::There || mWait.For(lookOn, 2s) == StartWaitC::Result::Stopped) {
         return false;
     }
-    mScreen = finder.Get();
+    mScreen = finder.Get().size;
+    mCard = finder.Get().card;
     return true;
 }
 
@@ -97,6 +99,19 @@ bool AdapterC::AwaitDevice() const
                VirtualPanelC::name);
     }
     return result == StartWaitC::Result::There;
+}
+
+// What the command shows could not be seen, and would be touched blindly.
+bool AdapterC::AwaitCard() const
+{
+    using namespace std::chrono_literals;
+    const DrmCardC card(mCard);
+    const StartWaitC::Result result = mWait.For([&card] { return !card.IsTaken(); }, 10s);
+    if (result == StartWaitC::Result::Missing) {
+        Report(LOG_WARNING, "another program holds the display, %s; the command starts, and may stay unseen",
+               mCard.c_str());
+    }
+    return result != StartWaitC::Result::Stopped;
 }
 
 void AdapterC::Wait()

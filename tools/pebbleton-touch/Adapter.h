@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "Command.h"
 #include "Panel.h"
@@ -29,9 +30,9 @@ public:
     // iOptions must outlive this object.
     explicit AdapterC(const TouchOptions& iOptions);
 
-    // Waits for the display and for the virtual panel's device, then runs the command. Returns the status to exit with:
-    // the command's, also when a signal ended it before it began, or `failed` after the reason was reported. To be
-    // called once.
+    // Waits for the display, for the virtual panel's device, and for a display that another program holds; then runs
+    // the command. Returns the status to exit with: the command's, also when a signal ended it before it began, or
+    // `failed` after the reason was reported. To be called once.
     int Run();
 
 private:
@@ -39,6 +40,7 @@ private:
     bool FindScreen();
     bool FindDisplay();
     bool AwaitDevice() const;
+    bool AwaitCard() const;
     void Wait();
     void TakeSignals();
     void ReadPanel();
@@ -51,6 +53,7 @@ private:
 
     const TouchOptions& mOptions;
     ScreenSize mScreen = {};
+    std::string mCard; // the DRM device of the display; empty: none is known
     VirtualPanelC mVirtual;
     CommandC mCommand;
     StartWaitC mWait; // uses mCommand

@@ -21,7 +21,7 @@ bool DisplayFinderC::Look()
     mError = errno;
     mHasFrameBuffer = size.has_value();
     if (mHasFrameBuffer) {
-        mDisplay = size;
+        mDisplay = {*size, ReadFrameBufferCard(mRoot + "/sys/class/graphics/fb0")};
     } else if (const auto found = ReadDrmDisplay(mRoot + "/sys/class/drm", mLooks++ % looksForEachProbe == 0)) {
         mDisplay = found;
     }
@@ -35,7 +35,7 @@ bool DisplayFinderC::IsFinal() const
     return mHasFrameBuffer || emulation != "Y";
 }
 
-const ScreenSize& DisplayFinderC::Get() const
+const Display& DisplayFinderC::Get() const
 {
     return *mDisplay;
 }

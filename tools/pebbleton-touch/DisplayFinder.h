@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "ScreenMap.h"
+#include "Display.h"
 
 namespace PEBBLETON
 {
@@ -25,8 +25,8 @@ public:
     // The display must have been found.
     bool IsFinal() const;
 
-    // The size of the display. It must have been found.
-    const ScreenSize& Get() const;
+    // The display. It must have been found.
+    const Display& Get() const;
 
     // Why the frame buffer could not be used when it was last looked for, as an errno.
     int GetError() const;
@@ -36,7 +36,7 @@ private:
     unsigned mLooks = 0;
     int mError = 0;
     bool mHasFrameBuffer = false;
-    std::optional<ScreenSize> mDisplay;
+    std::optional<Display> mDisplay;
 };
 
 } // namespace PEBBLETON

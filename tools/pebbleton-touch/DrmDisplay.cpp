@@ -42,9 +42,16 @@ std::optional<ScreenSize> readFirstMode(const std::string& iConnector)
     return std::nullopt;
 }
 
+// The connector card1-HDMI-A-1 is one of card1.
+std::string cardOf(const std::string& iConnector)
+{
+    const std::string name = iConnector.substr(iConnector.rfind('/') + 1);
+    return "/dev/dri/" + name.substr(0, name.find('-'));
+}
+
 } // namespace
 
-std::optional<ScreenSize> ReadDrmDisplay(const std::string& iFolder, bool iProbe)
+std::optional<Display> ReadDrmDisplay(const std::string& iFolder, bool iProbe)
 {
     const std::vector<std::string> connectors = listConnectors(iFolder);
     for (const bool isToLook : {false, true}) {
@@ -54,7 +61,7 @@ std::optional<ScreenSize> ReadDrmDisplay(const std::string& iFolder, bool iProbe
             }
             const std::optional<ScreenSize> size = isConnected(connector) ? readFirstMode(connector) : std::nullopt;
             if (size) {
-                return size;
+                return Display{*size, cardOf(connector)};
             }
         }
     }

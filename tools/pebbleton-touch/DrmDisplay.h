@@ -4,17 +4,17 @@
 #include <optional>
 #include <string>
 
-#include "ScreenMap.h"
+#include "Display.h"
 
 namespace PEBBLETON
 {
 
-// The size of the connected display's preferred mode, as the kernel's DRM has it in iFolder. Of several displays it is
-// the first one's, by its name; nothing where none is connected.
+// The connected display as the kernel's DRM has it in iFolder, with the size of its preferred mode. Of several displays
+// it is the first one, by its name; nothing where none is connected.
 //
 // With iProbe, and where none seems to be connected, the kernel is made to look anew, if this process may: it does not
 // by itself.
-std::optional<ScreenSize> ReadDrmDisplay(const std::string& iFolder, bool iProbe);
+std::optional<Display> ReadDrmDisplay(const std::string& iFolder, bool iProbe);
 
 } // namespace PEBBLETON
 

@@ -3,6 +3,7 @@
 #include <cerrno>
 
 #include <fcntl.h>
+#include <glob.h>
 #include <linux/fb.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -25,6 +26,18 @@ std::optional<ScreenSize> ReadFrameBufferSize(const std::string& iDevice)
         return std::nullopt;
     }
     return ScreenSize{static_cast<int>(info.xres), static_cast<int>(info.yres)};
+}
+
+std::string ReadFrameBufferCard(const std::string& iFolder)
+{
+    glob_t found = {};
+    std::string card;
+    if (glob((iFolder + "/device/drm/card[0-9]*").c_str(), 0, nullptr, &found) == 0) {
+        const std::string path = found.gl_pathv[0];
+        card = "/dev/dri" + path.substr(path.rfind('/'));
+    }
+    globfree(&found);
+    return card;
 }
 
 } // namespace PEBBLETON
