@@ -5,7 +5,7 @@
 
 devicePackages=(cpio qemu-system-x86 xz-utils)
 device=$PWD/build/device
-modules=(bochs virtio_pci virtio-gpu evdev uinput uhid hid-multitouch hid-generic usbhid uhci-hcd)
+modules=(bochs virtio_pci virtio-gpu evdev uinput uhid hid-multitouch hid-generic usbhid uhci-hcd vgem)
 
 # Debian's kernel, the modules and busybox, out of their packages: nothing of it is to run on this machine.
 fetch_kernel() {
@@ -71,7 +71,7 @@ make_device() {
     install -D "$settings" -T "$root$folder/directfbrc.pebbleton"
     cp examples/pebbleton-launcher "$root/usr/local/bin"
     cp scripts/virtual-device/{rcS,shell} "$root/etc/init.d"
-    echo "${modules[@]}" >"$root/etc/modules"
+    echo "${modules[@]%vgem}" >"$root/etc/modules"
     printf '%s\n' ::sysinit:/etc/init.d/rcS ttyS1::once:/etc/init.d/shell >"$root/etc/inittab"
 }
 

@@ -1,6 +1,7 @@
 #include "Adapter.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <optional>
@@ -61,6 +62,7 @@ bool AdapterC::FindScreen()
     } else if (!FindDisplay()) {
         return false;
     }
+    NameCard();
     return true;
 }
 
@@ -84,6 +86,18 @@ bool AdapterC::FindDisplay()
     mScreen = finder.Get().size;
     mCard = finder.Get().card;
     return true;
+}
+
+// Left to itself the command may take a card that has no display. What the environment says is meant.
+void AdapterC::NameCard()
+{
+    const char* const variable = "DRICARD";
+    const char* const named = std::getenv(variable);
+    if (named != nullptr && *named != '\0') {
+        mCard = named;
+    } else if (!mCard.empty()) {
+        setenv(variable, mCard.c_str(), 1);
+    }
 }
 
 // The command looks for panels once, as it starts.

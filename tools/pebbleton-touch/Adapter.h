@@ -39,6 +39,7 @@ private:
     bool Prepare();
     bool FindScreen();
     bool FindDisplay();
+    void NameCard();
     bool AwaitDevice() const;
     bool AwaitCard() const;
     void Wait();
@@ -53,7 +54,7 @@ private:
 
     const TouchOptions& mOptions;
     ScreenSize mScreen = {};
-    std::string mCard; // the DRM device of the display; empty: none is known
+    std::string mCard; // the DRM device that the command is to use; empty: none is known
     VirtualPanelC mVirtual;
     CommandC mCommand;
     StartWaitC mWait; // uses mCommand
