@@ -1,10 +1,12 @@
-# A device in QEMU, for scripts/device and tests/device. Sourced, after scripts/common.sh.
+# A device in QEMU, for scripts/device and the tests on one. Sourced, after scripts/common.sh.
 #
 # Its init is busybox's, its root is read-only, and a shell on its second serial port does what `guest` is told.
-# What it says while it runs stays in build/device/console.log.
+# What it says while it runs stays in build/device, in a file named after the script.
 
 devicePackages=(cpio qemu-system-x86 xz-utils)
 device=$PWD/build/device
+console=$device/$(basename "$0").log
+failures=0
 modules=(bochs virtio_pci virtio-gpu evdev uinput uhid hid-multitouch hid-generic usbhid uhci-hcd vgem)
 
 # Debian's kernel, the modules and busybox, out of their packages: nothing of it is to run on this machine.
@@ -40,7 +42,11 @@ fetch_kernel() {
 # make_device BUILD: the root file system, in $scratch/root, from what that build installs. With DirectFB2 it is that of
 # a device without a frame buffer.
 make_device() {
+    mkdir -p "$device"
+    exec {lock}>"$device/lock" # one of several tests fetches it, and the others wait
+    flock "$lock"
     fetch_kernel
+    exec {lock}>&-
     say "Making the virtual device"
     local root=$scratch/root libraries directfb system=fbdev settings=examples/directfbrc folder=/etc
     directfb2=
@@ -108,7 +114,7 @@ start_device() {
     mkfifo "$scratch"/{control,qmp}.{in,out}
     qemu-system-x86_64 -nodefaults -no-user-config -no-reboot -accel tcg,thread=multi -m 512 -usb \
         -kernel "$device/kernel/vmlinuz" -initrd "$scratch/initramfs" -append "console=ttyS0 panic=-1 $boot" \
-        "${screen[@]}" -serial "file:$device/console.log" \
+        "${screen[@]}" -serial "file:$console" \
         -chardev "pipe,id=control,path=$scratch/control" -serial chardev:control \
         -chardev "pipe,id=qmp,path=$scratch/qmp" -mon chardev=qmp,mode=control "${@:2}" &
     qemu=$!
@@ -177,4 +183,30 @@ stop_device() {
 picture() {
     tell_qemu "\"screendump\",\"arguments\":{\"filename\":\"$device/$1.png\",\"format\":\"png\"}"
     say "Picture: $device/$1.png"
+}
+
+# start_example_device BUILD: for a test, with the example theme, whose pictures are normal and pressed, and with the
+# launcher, which has an action for the button 3.
+start_example_device() {
+    need_tools apt-get cpio convert dpkg flock qemu-system-x86_64 xz
+    make_device "$1"
+    add_picture normal theme/normal.png
+    add_picture pressed theme/pressed.png
+    start_launcher_at_boot 3
+    start_device 800x480 -display none
+}
+
+# told WHAT COMMAND...: has the device do that, and keeps the evidence if it fails.
+told() {
+    guest "${@:2}" >"$scratch/said" && say "$1" && return
+    picture "$(basename "$0")-failure-$((failures += 1))"
+    say "FAILED: $1" "(status $(guest 'echo $ended'))"
+    cat "$scratch/said"
+    guest 'tail -n 20 said; logread | tail -n 12; kill -9 $menu; killall -9 pebbleton' || true
+}
+
+# end_stories: fails if one of them did.
+end_stories() {
+    stop_device
+    [ "$failures" -eq 0 ] || fail "$failures of the above failed"
 }
