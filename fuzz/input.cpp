@@ -118,6 +118,14 @@ int fire(PEBBLETON::ApplicationC& ioApplication)
     }
 }
 
+void tell(const char* iWho, int iCode, const std::vector<std::string>& iDrawn)
+{
+    std::cerr << iWho << ": code " << iCode << '\n';
+    for (const std::string& line : iDrawn) {
+        std::cerr << "    " << line << '\n';
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* iData, std::size_t iSize)
@@ -137,8 +145,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* iData, std::size_t iSi
         const int expected = model.Handle(input);
         const std::vector<std::string> drawn = fake.lines("primary.Write ");
         if (code != expected || drawn != model.drawn) {
-            std::cerr << "The menu fired " << code << " and drew " << testing::PrintToString(drawn) << "\ninstead of "
-                      << expected << " and " << testing::PrintToString(model.drawn) << '\n';
+            tell("The menu", code, drawn);
+            tell("Expected", expected, model.drawn);
             std::abort();
         }
         fake.take();

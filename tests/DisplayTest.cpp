@@ -1,6 +1,6 @@
 #include "DirectfbEventWaiter.h"
 #include "DirectfbPainter.h"
-#include "Fake.h"
+#include "FakeTest.h"
 #include "LongPressButton.h"
 #include "Viewer.h"
 

@@ -13,7 +13,6 @@
 #include <unistd.h>
 
 #include <directfb.h>
-#include <gmock/gmock.h>
 
 // What a test throws out of a wait when the inputs it prepared are used up.
 struct OutOfInput {
@@ -76,16 +75,6 @@ extern Fake fake;
 extern IDirectFB fakeDirectfb;
 extern IDirectFBSurface fakeSurfaces[3]; // primary, normal, pressed
 extern IDirectFBEventBuffer fakeEventBuffer;
-
-// Gives each test a new fake.
-class FakeTest : public testing::Test
-{
-protected:
-    FakeTest()
-    {
-        fake = Fake();
-    }
-};
 
 // A file with this text, gone with the object.
 class TextFile

@@ -1,6 +1,6 @@
 #include "Application.h"
 #include "ConfigHelper.h"
-#include "Fake.h"
+#include "FakeTest.h"
 
 using namespace PEBBLETON;
 using testing::AllOf;

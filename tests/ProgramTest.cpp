@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <map>
 
-#include "Fake.h"
+#include "FakeTest.h"
 #include "Log.h"
 #include "Options.h"
 

@@ -14,7 +14,7 @@
 
 #include "Command.h"
 #include "DisplayFinder.h"
-#include "Fake.h"
+#include "FakeTest.h"
 #include "FrameBuffer.h"
 #include "Panel.h"
 #include "StartWait.h"

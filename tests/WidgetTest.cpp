@@ -1,5 +1,5 @@
 #include "Button.h"
-#include "Fake.h"
+#include "FakeTest.h"
 #include "LongPressButton.h"
 #include "Viewer.h"
 
