@@ -19,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* iData, std::size_t iSi
         return 0;
     }
     const PEBBLETON::ThemeC theme(file);
-    PEBBLETON::StructureCheckC(file, findings).Run();
+    PEBBLETON::checkStructure(file, findings);
     PEBBLETON::EntryCheckC(file, theme, findings).Run();
     PEBBLETON::LayoutCheckC({PEBBLETON::Size{800, 480}, {}, {}}, findings).Run(theme.GetPushButtons());
     for (const auto& entries : {theme.GetLongPressEntries(), theme.GetPushEntries()}) {

@@ -18,7 +18,7 @@ InspectionC::InspectionC(const std::string& iThemeName, const std::optional<Size
     if (!mFile.Load(mFindings)) {
         return;
     }
-    StructureCheckC(mFile, mFindings).Run();
+    checkStructure(mFile, mFindings);
     mTheme.emplace(mFile);
     LoadSkins();
     EntryCheckC(mFile, *mTheme, mFindings).Run();

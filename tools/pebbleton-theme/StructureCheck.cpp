@@ -5,9 +5,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <fstream>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <boost/property_tree/ptree.hpp>
 
 #include "Application.h"
+#include "Findings.h"
 #include "Theme.h"
+#include "ThemeFile.h"
 
 namespace PEBBLETON
 {
@@ -88,7 +95,40 @@ bool isButton(const boost::property_tree::ptree::value_type& iChild)
     return iChild.first == "button";
 }
 
-} // namespace
+class StructureCheckC
+{
+public:
+    StructureCheckC(const ThemeFileC& iFile, FindingsC& ioFindings);
+
+    void Run();
+
+private:
+    using Node = boost::property_tree::ptree;
+    using Child = Node::value_type;
+
+    // A name that the menu asks for, and what follows where there is none.
+    struct Known {
+        std::string name;
+        bool required;
+        std::string consequence;
+    };
+
+    void CheckNames(const Node& iNode, const std::string& iPrefix, const std::vector<Known>& iKnown);
+    void CheckMissing(const Node& iNode, const std::string& iPrefix, const Known& iWanted,
+                      const std::vector<Known>& iKnown);
+    void CheckTornPaths(const Node& iImage);
+    void ExplainRest(Node::const_iterator iFirst, Node::const_iterator iEnd, std::string iText);
+    void CheckSection(const std::string& iSection);
+    void CheckBraces(const std::string& iSection);
+    void CheckButtonCount();
+    void ReportLost(const std::string& iSection, const Child& iStray, const Child& iLost);
+    void ReportIgnored(const std::string& iSection, const Child& iStray);
+    void Report(bool iError, const std::string& iText);
+
+    const ThemeFileC& mFile;
+    FindingsC& mFindings;
+    std::set<const Child*> mExplained; // strays of which a finding tells already
+};
 
 StructureCheckC::StructureCheckC(const ThemeFileC& iFile, FindingsC& ioFindings) : mFile(iFile), mFindings(ioFindings)
 {
@@ -295,6 +335,13 @@ void StructureCheckC::Report(bool iError, const std::string& iText)
     } else {
         mFindings.AddWarning(iText);
     }
+}
+
+} // namespace
+
+void checkStructure(const ThemeFileC& iFile, FindingsC& ioFindings)
+{
+    StructureCheckC(iFile, ioFindings).Run();
 }
 
 } // namespace PEBBLETON

@@ -6,6 +6,7 @@
 
 #include "Application.h"
 #include "ConfigHelper.h"
+#include "ThemeFile.h"
 
 namespace PEBBLETON
 {

@@ -7,12 +7,11 @@
 #include <vector>
 
 #include "Rectangle.h"
-#include "ThemeFile.h"
 
 namespace PEBBLETON
 {
 
-class ConfigHelperC;
+class ThemeFileC;
 
 // One child of a section that the menu reads as a button.
 struct Entry {

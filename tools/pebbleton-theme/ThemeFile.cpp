@@ -11,6 +11,7 @@
 #include <vector>
 
 #include <boost/property_tree/info_parser.hpp>
+#include <boost/property_tree/ptree.hpp>
 
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -90,7 +91,8 @@ std::string foldBlanks(const std::string& iText)
 
 } // namespace
 
-ThemeFileC::ThemeFileC(std::string iFileName) : mFileName(std::move(iFileName)), mCopy(-1)
+ThemeFileC::ThemeFileC(std::string iFileName)
+    : mFileName(std::move(iFileName)), mTree(std::make_unique<boost::property_tree::ptree>()), mCopy(-1)
 {
 }
 
@@ -123,7 +125,7 @@ const std::string& ThemeFileC::GetHiddenName() const
 
 const boost::property_tree::ptree& ThemeFileC::GetTree() const
 {
-    return mTree;
+    return *mTree;
 }
 
 std::string ThemeFileC::GetTextPath() const
@@ -202,7 +204,7 @@ bool ThemeFileC::Parse(FindingsC& ioFindings)
     try {
         std::istringstream stream(mText);
         stream.imbue(std::locale());
-        boost::property_tree::read_info(stream, mTree);
+        boost::property_tree::read_info(stream, *mTree);
         return true;
     } catch (const boost::property_tree::info_parser_error& error) {
         // The text itself has no name for the reader, a file that it includes has.
@@ -216,7 +218,7 @@ bool ThemeFileC::Parse(FindingsC& ioFindings)
 // A mark that is left stands in the middle of the text, as at the beginning of a file that is included.
 void ThemeFileC::CheckNames(FindingsC& ioFindings)
 {
-    std::vector<const boost::property_tree::ptree*> nodes = {&mTree};
+    std::vector<const boost::property_tree::ptree*> nodes = {mTree.get()};
     while (!nodes.empty()) {
         const boost::property_tree::ptree& node = *nodes.back();
         nodes.pop_back();

@@ -2,9 +2,10 @@
 #define PEBBLETON_THEME_FILE_H
 
 #include <cstddef>
+#include <memory>
 #include <string>
 
-#include <boost/property_tree/ptree.hpp>
+#include <boost/property_tree/ptree_fwd.hpp>
 
 #include "Findings.h"
 
@@ -51,8 +52,8 @@ private:
     std::string mFileName;
     std::string mText;
     std::string mHiddenName;
-    boost::property_tree::ptree mTree;
-    int mCopy; // a nameless file with the text; -1: none
+    std::unique_ptr<boost::property_tree::ptree> mTree; // a pointer keeps the tree's large header out of this one
+    int mCopy;                                          // a nameless file with the text; -1: none
 };
 
 } // namespace PEBBLETON
