@@ -101,7 +101,7 @@ keep_log() {
 
 # skip WHY: ends a test that cannot run here. CTest repeats the line at its end.
 skip() {
-    say "SKIPPED: $(basename "$0"): $*" | tee -a "${PEBBLETON_SKIPPED:-/dev/null}"
+    say "SKIPPED: $(basename "$0"): $*" | tee -a "${SKIPPED_TESTS:-/dev/null}"
     exit 77
 }
 
