@@ -31,8 +31,13 @@ public:
     void Handle(unsigned iType, unsigned iCode, int iValue) override
     {
         if (iType == EV_SYN) {
-            demand(iCode == SYN_REPORT && (mX || mY || mButton), "a report says something");
+            demand(iCode == SYN_REPORT && (mX || mY || mButton || mOther), "a report says something");
             EndReport();
+        } else if (iType == EV_KEY && iCode == TouchTranslatorC::otherButton) {
+            demand(mPressed && !mX && !mY && iValue == (mOtherPressed ? 0 : 1),
+                   "the other button has reports of its own");
+            mOther = mRenewed = true;
+            mOtherPressed = !mOtherPressed;
         } else if (iType == EV_KEY) {
             demand(iCode == BTN_TOUCH && iValue == (mPressed ? 0 : 1), "presses and releases come in turn");
             mButton = true;
@@ -65,16 +70,20 @@ private:
             demand(mX && mY && inside && mWasParked, "a press has both axes, anew, in the same report");
         } else if (mButton) {
             demand(!mX && !mY, "a release has a report of its own");
-            demand(!mLost || parked, "a touch that was lost is not released on the screen");
-            mLost = false;
+            demand(!mLost || (parked && mRenewed), "a touch that was lost fires nothing");
+            demand(!mOtherPressed, "the other button does not stay pressed");
+            mLost = mRenewed = false;
         }
+        demand(!mOther || parked, "the other button is pressed off the screen");
         demand(mPressed || mButton || parked, "no position is on the screen without a touch");
         mWasParked = parked;
         mPressed = mPressed != mButton;
-        mX = mY = mButton = false;
+        mX = mY = mButton = mOther = false;
     }
 
-    bool mX = false, mY = false, mButton = false; // what the report has so far
+    bool mX = false, mY = false, mButton = false, mOther = false; // what the report has so far
+    bool mOtherPressed = false;
+    bool mRenewed = false; // the other button was pressed in this touch
     bool mPressed = false;
     bool mLost = false;
     bool mWasParked = false; // by the report before

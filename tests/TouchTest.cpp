@@ -46,6 +46,7 @@ const struct {
     {'T', EV_KEY, BTN_TOUCH},
     {'F', EV_KEY, BTN_TOOL_FINGER},
     {'L', EV_KEY, BTN_LEFT},
+    {'B', EV_KEY, BTN_RIGHT},
     {'H', EV_KEY, KEY_SPACE},
     {'M', EV_ABS, ABS_MT_TOUCH_MAJOR},
     {'R', EV_ABS, ABS_MT_SLOT - 1},
@@ -152,18 +153,18 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
         {anonymous, "X10 Y20 m | X50 Y60 m X11 Y20 m | X12 Y20 m X51 Y60 m | X52 Y60 m | m |",
          "x-1 y-1 | x10 y20 T1 | x11 y20 | x12 y20 | T0 |"},
         {anonymous, "X10 Y20 m | H1 | X10 Y20 m X50 Y60 m | X10 Y20 m | T0 | X50 Y60 m |",
-         "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x50 y60 T1 | x-1 y-1 | T0 |"},
+         "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x50 y60 T1 | x-1 y-1 | B1 | B0 | T0 |"},
         {anonymous, "X10 Y20 m X50 Y60 m X90 Y99 m | X90 Y99 m X50 Y60 m X11 Y20 m | m |",
          "x-1 y-1 | x10 y20 T1 | x11 y20 | T0 |"},
         {anonymous, "M5 X10 Y20 m | X10 Y20 M0 m |", "x-1 y-1 | x10 y20 T1 | T0 |"},
         // Cancelled touches: parked first. The fingers of then are touches no more.
         {simple, "T1 x10 y20 | C T0 | T1 |",
-         "x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 | x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 |"},
-        {simple, "T1 x10 y20 | ! x11 | x12 | T0 | C", "x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 |"},
+         "x-1 y-1 | x10 y20 T1 | x-1 y-1 | B1 | B0 | T0 | x-1 y-1 | x10 y20 T1 | x-1 y-1 | B1 | B0 | T0 |"},
+        {simple, "T1 x10 y20 | ! x11 | x12 | T0 | C", "x-1 y-1 | x10 y20 T1 | x-1 y-1 | B1 | B0 | T0 |"},
         {slots, "I7 X10 Y20 | S1 I8 X50 Y60 | C S0 I-1 | S1 X51 | S0 I9 |",
-         "x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 | x-1 y-1 | x10 y20 T1 | x-1 y-1 | T0 |"},
+         "x-1 y-1 | x10 y20 T1 | x-1 y-1 | B1 | B0 | T0 | x-1 y-1 | x10 y20 T1 | x-1 y-1 | B1 | B0 | T0 |"},
         {"S0 X10 Y20 I7", "X11 | I-1 |", ""},
-        {"x10 y20 T1", "x11 | T0 | T1 |", "x-1 y-1 | x11 y20 T1 | x-1 y-1 | T0 |"}, // it was down before us
+        {"x10 y20 T1", "x11 | T0 | T1 |", "x-1 y-1 | x11 y20 T1 | x-1 y-1 | B1 | B0 | T0 |"}, // it was down before us
     };
     for (const auto& story : stories) {
         Notes notes;

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include <linux/input-event-codes.h>
-
 namespace PEBBLETON
 {
 
@@ -31,7 +29,9 @@ void TouchTranslatorC::Cancel()
 {
     if (mTouch) {
         MoveTo(parked);
-        Release();
+        Switch(otherButton, 1);
+        Switch(otherButton, 0);
+        Switch(BTN_TOUCH, 0);
         mTouch.reset();
     }
     Spend();
@@ -71,7 +71,7 @@ void TouchTranslatorC::Follow()
         MoveTo(mMap.ToPixel(contact.position));
     }
     if (contact.id != mTouchId || !contact.IsDown()) {
-        Release();
+        Switch(BTN_TOUCH, 0);
         mTouch.reset();
     }
 }
@@ -103,9 +103,9 @@ void TouchTranslatorC::MoveTo(const Position& iPixel)
     mSink.Handle(EV_SYN, SYN_REPORT, 0);
 }
 
-void TouchTranslatorC::Release()
+void TouchTranslatorC::Switch(unsigned iButton, int iValue)
 {
-    mSink.Handle(EV_KEY, BTN_TOUCH, 0);
+    mSink.Handle(EV_KEY, iButton, iValue);
     mSink.Handle(EV_SYN, SYN_REPORT, 0);
 }
 

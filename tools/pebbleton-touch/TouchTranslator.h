@@ -5,6 +5,8 @@
 #include <optional>
 #include <vector>
 
+#include <linux/input-event-codes.h>
+
 #include "Contacts.h"
 #include "IEventSink.h"
 #include "ScreenMap.h"
@@ -16,7 +18,8 @@ namespace PEBBLETON
 //
 // What comes out is, for each touch: the position `parked`, so that the kernel reports both axes of the touch anew;
 // both axes in pixels and BTN_TOUCH 1 in one report; its motion; and BTN_TOUCH 0 in a report of its own, which nothing
-// follows. A touch that is cancelled is parked before it is released, so that it fires nothing.
+// follows. A touch that is cancelled fires nothing: it is parked, then `otherButton` is pressed and released, each in a
+// report of its own, and then it is released. The menu counts the time of a long press from the last press of anything.
 //
 // A report is taken whole before anything is said about it. The first finger is the touch until it lifts. A finger that
 // came while it was down, or that was there before this object, never becomes a touch.
@@ -25,6 +28,7 @@ class TouchTranslatorC : public IEventSink
 public:
     // Outside of any screen. Whoever makes the panel that the events come out of parks it there first.
     static constexpr Position parked = {-1, -1};
+    static constexpr unsigned otherButton = BTN_RIGHT;
 
     // iContacts: the panel as it is now. ioSink must outlive this object.
     TouchTranslatorC(IEventSink& ioSink, const ScreenMapC& iMap, ContactsC iContacts);
@@ -53,7 +57,7 @@ private:
     void Follow();
     void Press(std::size_t iContact);
     void MoveTo(const Position& iPixel);
-    void Release();
+    void Switch(unsigned iButton, int iValue);
     void Spend();
 
     IEventSink& mSink;

@@ -103,6 +103,7 @@ bool VirtualPanelC::Create(const ScreenSize& iScreen)
     axis.maximum = iScreen.height - 1;
     libevdev_enable_event_code(model.get(), EV_ABS, ABS_Y, &axis);
     libevdev_enable_event_code(model.get(), EV_KEY, BTN_TOUCH, nullptr);
+    libevdev_enable_event_code(model.get(), EV_KEY, TouchTranslatorC::otherButton, nullptr);
     const int error = libevdev_uinput_create_from_device(model.get(), mUinput, &mDevice);
     if (error != 0) {
         Report(LOG_ERR, "%s makes no touch panel (%s): see whether the kernel's input layer is complete", uinputPath,

@@ -11,8 +11,8 @@ struct libevdev_uinput;
 namespace PEBBLETON
 {
 
-// The panel that the kernel shows to the command: the axes ABS_X and ABS_Y in pixels, and BTN_TOUCH. It is there from
-// Open to the end of this object, whatever becomes of the real one.
+// The panel that the kernel shows to the command: the axes ABS_X and ABS_Y in pixels, BTN_TOUCH, and a second button
+// for touches that are cancelled. It is there from Open to the end of this object, whatever becomes of the real one.
 class VirtualPanelC : public IEventSink
 {
 public:
