@@ -47,6 +47,10 @@ const struct {
     {'F', EV_KEY, BTN_TOOL_FINGER},
     {'L', EV_KEY, BTN_LEFT},
     {'B', EV_KEY, BTN_RIGHT},
+    {'P', EV_KEY, BTN_TOOL_PEN},
+    {'G', EV_KEY, BTN_SOUTH},
+    {'J', EV_KEY, BTN_TRIGGER},
+    {'r', EV_REL, REL_X},
     {'H', EV_KEY, KEY_SPACE},
     {'M', EV_ABS, ABS_MT_TOUCH_MAJOR},
     {'R', EV_ABS, ABS_MT_SLOT - 1},
@@ -207,6 +211,14 @@ TEST(TouchTest, KnowsAPanel)
         {slots, INPUT_PROP_POINTER, PanelKind::Pad},
         {"X0 Y0 x0 y0 L0", INPUT_PROP_SEMI_MT, PanelKind::Pointer},
         {"X0 Y0 S0 R0 x0 y0 L0", INPUT_PROP_MAX, PanelKind::Pointer},
+        {"x0 y0 T0 P0", INPUT_PROP_DIRECT, PanelKind::Pen},
+        {"x0 y0 T0 P0 F0", INPUT_PROP_DIRECT, PanelKind::Screen},
+        {"X0 Y0 x0 y0 T0 P0", INPUT_PROP_DIRECT, PanelKind::Screen},
+        {"x0 y0 T0", INPUT_PROP_ACCELEROMETER, PanelKind::None},
+        {"x0 y0 L0 G0", INPUT_PROP_MAX, PanelKind::None},
+        {"x0 y0 T0 J0", INPUT_PROP_MAX, PanelKind::None},
+        {"x0 y0 L0 r0", INPUT_PROP_MAX, PanelKind::None},
+        {"x0 y0 T0 r0", INPUT_PROP_MAX, PanelKind::Screen},
         {"x0 y0 H0", INPUT_PROP_MAX, PanelKind::None},
         {"x0 T0", INPUT_PROP_MAX, PanelKind::None},
         {"X0 T0", INPUT_PROP_MAX, PanelKind::None},
@@ -220,7 +232,8 @@ TEST(TouchTest, KnowsAPanel)
         }
     }
     EXPECT_LT(PanelKind::Pad, PanelKind::Pointer);
-    EXPECT_LT(PanelKind::Pointer, PanelKind::Screen);
+    EXPECT_LT(PanelKind::Pointer, PanelKind::Pen);
+    EXPECT_LT(PanelKind::Pen, PanelKind::Screen);
 }
 
 TEST(TouchTest, FindsThePixel)
@@ -377,15 +390,15 @@ TEST(TouchTest, FindsWhatBelongsTogether)
     root.Write("fb0/device/drm/card1/dev", "");
     EXPECT_EQ("/dev/dri/card1", ReadFrameBufferCard(folder + "/fb0"));
 
-    EXPECT_FALSE(VirtualPanelC::HasDevice(folder + "/input5", folder));
+    EXPECT_EQ("", VirtualPanelC::FindDevice(folder + "/input5", folder));
     root.Write("input5/mouse1/dev", "");
     root.Write("mouse1", "");
     root.Write("event4", "");
-    EXPECT_FALSE(VirtualPanelC::HasDevice(folder + "/input5", folder));
+    EXPECT_EQ("", VirtualPanelC::FindDevice(folder + "/input5", folder));
     root.Write("input5/event12/dev", "");
-    EXPECT_FALSE(VirtualPanelC::HasDevice(folder + "/input5", folder));
+    EXPECT_EQ("", VirtualPanelC::FindDevice(folder + "/input5", folder));
     root.Write("event12", "");
-    EXPECT_TRUE(VirtualPanelC::HasDevice(folder + "/input5", folder));
+    EXPECT_EQ(folder + "/event12", VirtualPanelC::FindDevice(folder + "/input5", folder));
 }
 
 // The words of a command line, as main gets them.
@@ -466,13 +479,14 @@ TEST_F(TouchProgramTest, ReadsItsOwnOptionsAndLeavesTheCommandsAlone)
     EXPECT_THAT(testing::internal::GetCapturedStdout(),
                 testing::AllOf(HasSubstr("Usage: pebbleton-touch "), HasSubstr("--swapped-x-y")));
     line = "t --screen 800x480 --range -5:90:7:-80 --inverted-x --swapped-x-y --inverted-y --device a --print --wait 0 "
-           "menu";
-    ASSERT_TRUE(ParseTouchOptions(14, wordsOf(line).data(), chosen));
-    const auto& [help, device, size, range, orientation, print, wait, command] = chosen;
+           "--other-devices menu";
+    ASSERT_TRUE(ParseTouchOptions(15, wordsOf(line).data(), chosen));
+    const auto& [help, device, size, range, orientation, print, otherDevices, wait, command] = chosen;
     EXPECT_THAT((std::vector{size->width, size->height, range->x.first, range->x.last, range->y.first, range->y.last}),
                 testing::ElementsAre(800, 480, -5, 90, 7, -80));
-    EXPECT_THAT((std::vector{help, orientation.invertedX, orientation.invertedY, orientation.swapped, print}),
-                testing::ElementsAre(false, true, true, true, true));
+    EXPECT_THAT((std::vector{help, orientation.invertedX, orientation.invertedY, orientation.swapped, print,
+                             otherDevices}),
+                testing::ElementsAre(false, true, true, true, true, true));
     EXPECT_EQ("a", device);
     EXPECT_EQ(0, wait.count());
 }

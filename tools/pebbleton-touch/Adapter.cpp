@@ -48,6 +48,7 @@ bool AdapterC::Prepare()
     if (!FindScreen() || !mVirtual.Open(mScreen) || !AwaitDevice() || !AwaitCard()) {
         return false;
     }
+    NameDevice();
     LookForPanel();
     if (mPanel == nullptr) {
         Report(LOG_NOTICE, "there is no touch panel yet; it is used as soon as it comes");
@@ -104,8 +105,8 @@ void AdapterC::NameCard()
 bool AdapterC::AwaitDevice() const
 {
     using namespace std::chrono_literals;
-    const StartWaitC::Result result =
-        mWait.For([this] { return mVirtual.HasDevice(); }, 30s, "the device of its own panel, by the module evdev");
+    const StartWaitC::Result result = mWait.For([this] { return !mVirtual.FindDevice().empty(); }, 30s,
+                                                "the device of its own panel, by the module evdev");
     if (result == StartWaitC::Result::Missing) {
         Report(LOG_ERR,
                "the device of the panel \"%s\" is not there: load the kernel's module evdev, or see what makes "
@@ -113,6 +114,21 @@ bool AdapterC::AwaitDevice() const
                VirtualPanelC::name);
     }
     return result == StartWaitC::Result::There;
+}
+
+// Left to itself DirectFB opens the first 16 devices, or 32, and takes what any of them reports for touches in pixels.
+void AdapterC::NameDevice() const
+{
+    if (mOptions.otherDevices) {
+        return;
+    }
+    const char* const variable = "DFBARGS";
+    const char* const named = std::getenv(variable);
+    std::string settings = named != nullptr ? named : "";
+    if (!settings.empty() && settings.back() != ',') {
+        settings += ',';
+    }
+    setenv(variable, (settings + "linux-input-devices=" + mVirtual.FindDevice()).c_str(), 1);
 }
 
 // What the command shows could not be seen, and would be touched blindly.

@@ -41,6 +41,7 @@ private:
     bool FindDisplay();
     void NameCard();
     bool AwaitDevice() const;
+    void NameDevice() const;
     bool AwaitCard() const;
     void Wait();
     void TakeSignals();

@@ -46,6 +46,18 @@ bool isSingleTouch(const libevdev* iDevice, unsigned iButton)
     return has(iDevice, EV_ABS, ABS_X) && has(iDevice, EV_ABS, ABS_Y) && has(iDevice, EV_KEY, iButton);
 }
 
+// A sensor, a game pad or joystick, or a mouse: its axes are no places on a screen.
+bool isNone(const libevdev* iDevice)
+{
+    return libevdev_has_property(iDevice, INPUT_PROP_ACCELEROMETER) != 0 || has(iDevice, EV_KEY, BTN_SOUTH) ||
+           has(iDevice, EV_KEY, BTN_TRIGGER) || (has(iDevice, EV_REL, REL_X) && !isSingleTouch(iDevice, BTN_TOUCH));
+}
+
+bool isPen(const libevdev* iDevice)
+{
+    return has(iDevice, EV_KEY, BTN_TOOL_PEN) && !has(iDevice, EV_KEY, BTN_TOOL_FINGER) && !isMultiTouch(iDevice);
+}
+
 Contact contactIn(const libevdev* iDevice, unsigned iSlot)
 {
     const auto value = [&](unsigned iCode) { return libevdev_get_slot_value(iDevice, iSlot, iCode); };
@@ -56,8 +68,13 @@ Contact contactIn(const libevdev* iDevice, unsigned iSlot)
 
 PanelKind KindOf(const libevdev* iDevice)
 {
+    if (isNone(iDevice)) {
+        return PanelKind::None;
+    }
     if (isMultiTouch(iDevice) || isSingleTouch(iDevice, BTN_TOUCH)) {
-        return libevdev_has_property(iDevice, INPUT_PROP_POINTER) != 0 ? PanelKind::Pad : PanelKind::Screen;
+        return libevdev_has_property(iDevice, INPUT_PROP_POINTER) != 0 ? PanelKind::Pad
+               : isPen(iDevice)                                        ? PanelKind::Pen
+                                                                       : PanelKind::Screen;
     }
     return isSingleTouch(iDevice, BTN_LEFT) ? PanelKind::Pointer : PanelKind::None;
 }

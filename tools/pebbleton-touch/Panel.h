@@ -19,7 +19,8 @@ enum class PanelKind
     None,
     Pad,     // a touch pad, which is not meant as a place on the screen
     Pointer, // reports places, and a button at them
-    Screen,  // reports touches
+    Pen,     // reports the touches of a pen, often beside a device that reports fingers
+    Screen,  // reports touches of fingers
 };
 
 PanelKind KindOf(const libevdev* iDevice);

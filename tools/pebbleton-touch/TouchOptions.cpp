@@ -34,6 +34,7 @@ options::options_description describeOptions()
     add("inverted-x", "The panel's x axis runs backwards");
     add("inverted-y", "The panel's y axis runs backwards");
     add("swapped-x-y", "The panel's axes are exchanged, after they are inverted");
+    add("other-devices", "Let DirectFB open all input devices, not only the panel that this program makes");
     add("print", "Write each touch and its pixel to standard error");
     return description;
 }
@@ -119,6 +120,7 @@ TouchOptions toOptions(const options::variables_map& iValues)
     const auto isGiven = [&](const char* iName) { return iValues.count(iName) != 0; };
     chosen.help = isGiven("help");
     chosen.orientation = {isGiven("inverted-x"), isGiven("inverted-y"), isGiven("swapped-x-y")};
+    chosen.otherDevices = isGiven("other-devices");
     chosen.print = isGiven("print");
     if (isGiven("device")) {
         chosen.device = iValues["device"].as<std::string>();

@@ -24,6 +24,7 @@ struct TouchOptions {
     std::optional<PanelRange> range;  // nothing: what the panel reports
     Orientation orientation;
     bool print = false;
+    bool otherDevices = false;     // whether DirectFB is to open them too
     std::chrono::seconds wait{60}; // for a display, where its size is not given
     char** command = nullptr;      // the command and its arguments: the end of argv, which stays the caller's
 };

@@ -68,22 +68,22 @@ bool VirtualPanelC::Open(const ScreenSize& iScreen)
 }
 
 // The library looked for the device once, when the panel was made. Where the folder is, it knows in any case.
-bool VirtualPanelC::HasDevice() const
+std::string VirtualPanelC::FindDevice() const
 {
     const char* const folder = libevdev_uinput_get_syspath(mDevice);
-    return folder != nullptr && HasDevice(folder, "/dev/input");
+    return folder != nullptr ? FindDevice(folder, "/dev/input") : "";
 }
 
-bool VirtualPanelC::HasDevice(const std::string& iFolder, const std::string& iDevices)
+std::string VirtualPanelC::FindDevice(const std::string& iFolder, const std::string& iDevices)
 {
     glob_t found = {};
-    bool isThere = false;
+    std::string device;
     if (glob((iFolder + "/event[0-9]*").c_str(), 0, nullptr, &found) == 0) {
         const std::string path = found.gl_pathv[0];
-        isThere = access((iDevices + path.substr(path.rfind('/'))).c_str(), R_OK) == 0;
+        device = iDevices + path.substr(path.rfind('/'));
     }
     globfree(&found);
-    return isThere;
+    return access(device.c_str(), R_OK) == 0 ? device : "";
 }
 
 void VirtualPanelC::Handle(unsigned iType, unsigned iCode, int iValue)

@@ -26,12 +26,12 @@ public:
     // Makes the panel, its position parked outside of the screen. False: it cannot be made, which is reported.
     bool Open(const ScreenSize& iScreen);
 
-    // Whether the command can find the panel; not before Open. Its device may come later, with the module evdev, or
-    // from a daemon that makes /dev/input.
-    bool HasDevice() const;
+    // The path of the panel's device; empty: it is not there, or may not be read; not before Open. It may come later,
+    // with the module evdev, or from a daemon that makes /dev/input.
+    std::string FindDevice() const;
 
-    // Whether the input device whose folder below /sys this is has a device in iDevices that can be read.
-    static bool HasDevice(const std::string& iFolder, const std::string& iDevices);
+    // The same of the input device whose folder below /sys this is, in the folder iDevices.
+    static std::string FindDevice(const std::string& iFolder, const std::string& iDevices);
 
     // Reports the event as one of this panel; not before Open.
     void Handle(unsigned iType, unsigned iCode, int iValue) override;
