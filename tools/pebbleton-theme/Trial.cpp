@@ -72,7 +72,9 @@ bool printEnd(const ThemeC& iTheme, int iEnd, const MessageFileC& iMessages)
 bool tryTheme(const InspectionC& iInspection)
 {
     if (DIRECTFB_MAJOR_VERSION >= 2) {
-        throw std::runtime_error("DirectFB2 draws in no window: this takes DirectFB 1.7, or see the preview");
+        throw std::runtime_error("this tool is built with DirectFB2, which draws in no window; try the theme in a "
+                                 "browser, in the page that this makes: pebbleton-theme preview " +
+                                 printable(iInspection.GetName()) + " --output page.html");
     }
     if (!iInspection.GetTheme() || !iInspection.GetSurfaces().screen) {
         throw std::runtime_error("without the theme and its normal skin the size of the window is not known");
