@@ -1,11 +1,17 @@
 # What the scripts share. Sourced, after which the current directory is the project's.
 
 set -euo pipefail
+# A relative path is meant from where the user is.
+if [ -n "${DIRECTFB2_SOURCES-}" ]; then
+    DIRECTFB2_SOURCES=$(realpath -m "$DIRECTFB2_SOURCES")
+    export DIRECTFB2_SOURCES
+fi
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 toolPackages=(cmake g++ libboost-dev libboost-program-options-dev libevdev-dev ninja-build pkg-config)
 buildPackages=("${toolPackages[@]}" libdirectfb-dev libdirectfb-extra)
 buildOptions=()
+variant= # with which the names of the presets end
 themePackages=(libcairo2-dev libfontconfig-dev libpango1.0-dev libpng-dev librsvg2-dev libxcb1-dev libxml2-dev)
 displayPackages=(imagemagick x11-utils xdotool xvfb)
 browserPackages=(chromium chromium-driver python3-selenium)
@@ -124,21 +130,29 @@ need_packages() {
         <(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null | sed -n 's/^installed //p' | sort))
     [ -n "$missing" ] || return 0
     command -v apt-get >/dev/null || fail "no apt-get here; install what corresponds to:" $missing
-    local asRoot=(env DEBIAN_FRONTEND=noninteractive)
-    if [ "$(id -u)" -ne 0 ]; then
-        command -v sudo >/dev/null || fail "neither root nor sudo, so that these must be installed first:" $missing
-        asRoot=(sudo "${asRoot[@]}")
-    fi
-    "${asRoot[@]}" apt-get -qq update || fail "the package lists cannot be updated"
+    update_packages $missing
     know_packages $missing
     local install=(apt-get install --no-install-recommends $missing)
     say "Installing ($("${install[@]}" -qq --print-uris | awk '{ sum += $3 } END { print int(sum / 1e6) + 1 }') MB to fetch)" $missing
     if [ -t 1 ]; then
-        "${asRoot[@]}" "${install[@]}" -y || fail "the packages cannot be installed"
+        as_root "${install[@]}" -y || fail "the packages cannot be installed"
     else
-        "${asRoot[@]}" "${install[@]}" -y >"$scratch/install.log" 2>&1 ||
+        as_root "${install[@]}" -y >"$scratch/install.log" 2>&1 ||
             { cat "$scratch/install.log" >&2; fail "the packages cannot be installed"; }
     fi
+}
+
+as_root() {
+    local sudo=(sudo)
+    [ "$(id -u)" -ne 0 ] || sudo=()
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive "$@"
+}
+
+# update_packages PACKAGE...: has apt-get learn what there is now. Where it cannot, these must be there already.
+update_packages() {
+    [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null ||
+        fail "neither root nor sudo, so that these must be installed first:" "$@"
+    as_root apt-get -qq update || fail "the package lists cannot be updated"
 }
 
 # Ends where there is a package that this system does not have, or has too old.
@@ -147,8 +161,8 @@ know_packages() {
     [[ " $* " != *" cmake "* ]] || know_cmake "$(apt-cache policy cmake | sed -n 's/ *Candidate: //p')"
     unknown=$(comm -23 <(printf '%s\n' "$@" | sort) <(apt-cache pkgnames | sort))
     case $unknown in
-    *libdirectfb-*) fail "this system has no packages of DirectFB 1.7: Debian 12 has them, 13 and later do not;" \
-        "see DirectFB2 in docs/device-guide.md" ;;
+    *libdirectfb-*) fail "needs DirectFB 1.7, which Debian 12 has and this system has not:" \
+        "scripts/fresh scripts/$(basename "$0") runs it in a root of Debian 12" ;;
     ?*) fail "this system has no package" "${unknown//$'\n'/ }" ;;
     esac
 }
@@ -199,6 +213,34 @@ run_tests() {
     fi
 }
 
+# choose_directfb PREFIX: from now on the DirectFB2 that is installed there is what is built against. Without a prefix it
+# is DirectFB 1.7, or on a system without that DirectFB2, which is built first unless it is there.
+choose_directfb() {
+    local prefix=$1
+    if [ -z "$prefix" ]; then
+        ! has_directfb || return 0
+        prefix=$PWD/build/directfb2
+        say "This system has no DirectFB 1.7: DirectFB2, in build/directfb2, takes its place"
+        attend scripts/directfb2 "$prefix"
+    fi
+    use_directfb2 "$prefix"
+}
+
+# Whether DirectFB 1.7 is installed or there are packages of it. A system that has been found without them once is not
+# asked to look for new ones.
+has_directfb() {
+    ! pkg-config --exists 'directfb >= 1.7' 'directfb < 2' 2>/dev/null || return 0
+    command -v apt-get >/dev/null || return 1
+    ! knows_directfb || return 0
+    [ ! -e build/directfb2/built-by ] || return 1
+    update_packages "${buildPackages[@]}"
+    knows_directfb
+}
+
+knows_directfb() {
+    [ -n "$(apt-cache pkgnames libdirectfb-dev)" ]
+}
+
 # use_directfb2 PREFIX: from now on DirectFB2, which is installed there, is what is built against.
 use_directfb2() {
     local folder found=
@@ -210,6 +252,7 @@ use_directfb2() {
     export PKG_CONFIG_PATH=$found
     pkg-config --atleast-version=2 directfb ||
         fail "in $1 is DirectFB $(pkg-config --modversion directfb), not DirectFB2"
+    variant=-directfb2
     buildPackages=("${toolPackages[@]}")
     buildOptions=(-DCMAKE_INSTALL_RPATH="$(pkg-config --variable=libdir directfb)")
 }
