@@ -145,7 +145,7 @@ guest() {
 
 await_answer() {
     local line
-    while read -r -t 90 -u "$answer" line; do
+    while read -r -t 300 -u "$answer" line; do
         case $line in
         =*) return "${line#=}" ;;
         \?*)
