@@ -19,9 +19,11 @@ skinPackages=(imagemagick librsvg2-bin)
 testPackages=("${displayPackages[@]}" "${skinPackages[@]}" "${browserPackages[@]}" binutils clang dpkg-dev file
     fonts-dejavu-core libgmock-dev libgtest-dev mandoc pngquant)
 
-scratch=$(mktemp -d)
-# Whatever is started puts its own temporary files there too, so that nothing stays even of what is killed.
-export TMPDIR=$scratch TEST_TMPDIR=$scratch
+# Whatever is started puts its own temporary files there too, so that nothing stays even of what is killed. Those of a
+# script that a script starts lie in the first one's, not deeper: a browser's socket takes a path of 107 bytes at the most.
+[ -d "${SCRIPTS_SCRATCH-}" ] || SCRIPTS_SCRATCH=
+scratch=$(mktemp -d ${SCRIPTS_SCRATCH:+-p "$SCRIPTS_SCRATCH"})
+export TMPDIR=$scratch TEST_TMPDIR=$scratch SCRIPTS_SCRATCH=${SCRIPTS_SCRATCH:-$scratch}
 clean_up=() # what else is called at the end, before the children are stopped
 finishing=
 trap finish EXIT
