@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include <fontconfig/fontconfig.h>
+#include <pango/pangofc-fontmap.h>
 
 namespace PEBBLETON
 {
@@ -86,8 +87,13 @@ bool isMissing(const std::string& iFamilies)
 
 } // namespace
 
-FontWatchC::FontWatchC() : mFonts(static_cast<PangoFontMap*>(g_object_new(watchingType(), nullptr)))
+// Pango reads fontconfig's settings in a thread of its own. In a process that is forked while a thread looks up a symbol
+// the C library may wait for that thread for ever, so it is to have nothing to do, and to be at its end.
+FontWatchC::FontWatchC() : mFonts(nullptr)
 {
+    FcInit();
+    mFonts = static_cast<PangoFontMap*>(g_object_new(watchingType(), nullptr));
+    pango_fc_font_map_get_config(PANGO_FC_FONT_MAP(mFonts)); // waits for it
     g_object_set_data(G_OBJECT(mFonts), seenKey, &mSeen);
     pango_cairo_font_map_set_default(PANGO_CAIRO_FONT_MAP(mFonts));
 }
