@@ -1,6 +1,7 @@
 #include "Drawing.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
@@ -263,10 +264,10 @@ void DrawingC::AddError(const xmlNode* iElement, const std::string& iText, Findi
 bool DrawingC::ReadText(FindingsC& ioFindings)
 {
     std::ifstream stream(mFileName, std::ios::binary);
-    if (stream) {
-        mText.resize(largestText + 1);
-        stream.read(mText.data(), static_cast<std::streamsize>(mText.size()));
-        mText.resize(static_cast<std::size_t>(stream.gcount()));
+    std::array<char, 65536> block = {};
+    while (stream && mText.size() <= largestText) {
+        stream.read(block.data(), static_cast<std::streamsize>(block.size()));
+        mText.append(block.data(), static_cast<std::size_t>(stream.gcount()));
     }
     if (!stream && !stream.eof()) {
         ioFindings.AddError(std::string("cannot be read: ") + std::strerror(errno));
