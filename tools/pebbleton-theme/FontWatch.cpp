@@ -87,8 +87,8 @@ bool isMissing(const std::string& iFamilies)
 
 } // namespace
 
-// Pango reads fontconfig's settings in a thread of its own. In a process that is forked while a thread looks up a symbol
-// the C library may wait for that thread for ever, so it is to have nothing to do, and to be at its end.
+// Pango reads fontconfig's settings in a thread of its own. In a process that is forked while a thread looks up a
+// symbol the C library may wait for that thread for ever, so it is to have nothing to do, and to be at its end.
 FontWatchC::FontWatchC() : mFonts(nullptr)
 {
     FcInit();
