@@ -30,6 +30,17 @@ set(PEBBLETON_DIRECTFB_PACKAGES "${directfbPackages}" CACHE STRING
 set(CPACK_DEBIAN_PEBBLETON_PACKAGE_NAME pebbleton)
 set(CPACK_DEBIAN_PEBBLETON_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PEBBLETON_PACKAGE_DEPENDS ${PEBBLETON_DIRECTFB_PACKAGES})
+# DirectFB's settings for the menu, where those are in /etc: a DirectFB2 elsewhere reads them in a folder of its own.
+set(PEBBLETON_DIRECTFB_SETTINGS "")
+if(DIRECTFB_PREFIX STREQUAL "/usr")
+    set(PEBBLETON_DIRECTFB_SETTINGS ${CMAKE_CURRENT_SOURCE_DIR}/examples/directfbrc)
+    if(DIRECTFB_VERSION VERSION_GREATER_EQUAL 2)
+        string(APPEND PEBBLETON_DIRECTFB_SETTINGS -directfb2)
+    endif()
+    file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/conffiles "/etc/directfbrc.pebbleton\n")
+    set(CPACK_DEBIAN_PEBBLETON_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_BINARY_DIR}/conffiles)
+    set(CPACK_DEBIAN_PEBBLETON_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
+endif()
 set(CPACK_DEBIAN_PEBBLETON_DESCRIPTION
     "full-screen touch menu for embedded Linux
 Pebbleton shows a picture on a device's touch screen, lets the user touch one

@@ -161,7 +161,7 @@ update_packages() {
 know_packages() {
     local unknown
     [[ " $* " != *" cmake "* ]] || know_cmake "$(apt-cache policy cmake | sed -n 's/ *Candidate: //p')"
-    unknown=$(comm -23 <(printf '%s\n' "$@" | sort) <(apt-cache pkgnames | sort))
+    unknown=$(comm -23 <(printf '%s\n' "${@%:*}" | sort) <(apt-cache pkgnames | sort))
     case $unknown in
     *libdirectfb-*) fail "needs DirectFB 1.7, which Debian 12 has and this system has not:" \
         "scripts/fresh scripts/$(basename "$0") runs it in a root of Debian 12" ;;
