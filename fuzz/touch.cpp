@@ -99,7 +99,7 @@ ContactsC makeContacts(FuzzedDataProvider& ioData)
                    {ioData.ConsumeIntegral<int>(), 5},
                    ioData.ConsumeIntegralInRange(0, 1)};
     }
-    return {protocol, contacts, ioData.ConsumeIntegralInRange(-1, 3), BTN_TOUCH};
+    return {protocol, contacts, ioData.ConsumeIntegralInRange(-1, 3), BTN_TOUCH, ioData.ConsumeBool()};
 }
 
 ScreenMapC makeMap(FuzzedDataProvider& ioData)
@@ -124,7 +124,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* iData, std::size_t iSi
                                                        {EV_ABS, ABS_MT_TRACKING_ID},
                                                        {EV_ABS, ABS_MT_POSITION_X},
                                                        {EV_ABS, ABS_MT_POSITION_Y},
-                                                       {EV_ABS, ABS_MT_DISTANCE}};
+                                                       {EV_ABS, ABS_MT_DISTANCE},
+                                                       {EV_ABS, ABS_MT_PRESSURE},
+                                                       {EV_ABS, ABS_MT_TOOL_TYPE}};
     FuzzedDataProvider data(iData, iSize);
     Reader reader;
     {

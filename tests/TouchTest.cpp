@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <chrono>
 #include <csignal>
+#include <cstdarg>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -7,10 +9,16 @@
 #include <memory>
 #include <utility>
 
+#include <fcntl.h>
 #include <libevdev/libevdev.h>
+#include <linux/input.h>
 #include <poll.h>
 #include <pty.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include "Command.h"
 #include "DisplayFinder.h"
@@ -53,6 +61,8 @@ const struct {
     {'r', EV_REL, REL_X},
     {'H', EV_KEY, KEY_SPACE},
     {'M', EV_ABS, ABS_MT_TOUCH_MAJOR},
+    {'Q', EV_ABS, ABS_MT_PRESSURE},
+    {'O', EV_ABS, ABS_MT_TOOL_TYPE},
     {'R', EV_ABS, ABS_MT_SLOT - 1},
     {'m', EV_SYN, SYN_MT_REPORT},
     {'|', EV_SYN, SYN_REPORT},
@@ -74,21 +84,6 @@ public:
 
     std::string text;
 };
-
-// Hands on a story's events; "C" cancels the touch.
-void tell(const std::string& iStory, TouchTranslatorC& ioTranslator)
-{
-    std::istringstream words(iStory);
-    for (std::string word; words >> word;) {
-        const auto* kind = std::find_if(std::begin(kinds), std::end(kinds),
-                                        [&](const auto& iKind) { return iKind.letter == word[0]; });
-        if (kind == std::end(kinds)) {
-            ioTranslator.Cancel();
-        } else {
-            ioTranslator.Handle(kind->type, kind->code, std::atoi(word.c_str() + 1));
-        }
-    }
-}
 
 using Device = std::unique_ptr<libevdev, void (*)(libevdev*)>;
 
@@ -112,12 +107,170 @@ Device makeDevice(const std::string& iCodes, int iProperty = INPUT_PROP_DIRECT)
     return device;
 }
 
+// The kernel's part of the device behind a pipe that PanelC reads.
+const libevdev* kernelsDevice = nullptr;
+
+void setBit(void* ioBits, std::size_t iSize, unsigned iBit, int iValue)
+{
+    if (iValue != 0 && iBit / 8 < iSize) {
+        static_cast<unsigned char*>(ioBits)[iBit / 8] |= static_cast<unsigned char>(1U << iBit % 8);
+    }
+}
+
+} // namespace
+
+// What libevdev asks the kernel.
+extern "C" int ioctl(int iDescriptor, unsigned long iRequest, ...) noexcept
+{
+    std::va_list arguments;
+    va_start(arguments, iRequest);
+    void* const answer = va_arg(arguments, void*);
+    va_end(arguments);
+    if (kernelsDevice == nullptr || _IOC_TYPE(iRequest) != 'E') {
+        return static_cast<int>(syscall(SYS_ioctl, iDescriptor, iRequest, answer));
+    }
+    const std::size_t size = _IOC_SIZE(iRequest);
+    const auto number = static_cast<unsigned>(_IOC_NR(iRequest));
+    if (number == _IOC_NR(EVIOCGMTSLOTS(0))) {
+        int* const values = static_cast<int*>(answer);
+        for (unsigned slot = 0; slot + 1 < size / sizeof(int); ++slot) {
+            values[slot + 1] = libevdev_get_slot_value(kernelsDevice, slot, static_cast<unsigned>(values[0]));
+        }
+        return 0;
+    }
+    std::memset(answer, 0, size);
+    constexpr unsigned firstAxis = _IOC_NR(EVIOCGABS(0));
+    constexpr unsigned firstType = _IOC_NR(EVIOCGBIT(0, 0));
+    if (number >= firstAxis) {
+        const input_absinfo* axis = libevdev_get_abs_info(kernelsDevice, number - firstAxis);
+        *static_cast<input_absinfo*>(answer) = axis != nullptr ? *axis : input_absinfo();
+    } else if (number >= firstType) {
+        const unsigned type = number - firstType;
+        for (unsigned code = 0; code < KEY_CNT; ++code) {
+            setBit(answer, size, code,
+                   type == 0 ? libevdev_has_event_type(kernelsDevice, code)
+                             : libevdev_has_event_code(kernelsDevice, type, code));
+        }
+    } else if (number == _IOC_NR(EVIOCGKEY(0))) {
+        for (unsigned code = 0; code < KEY_CNT; ++code) {
+            setBit(answer, size, code, libevdev_get_event_value(kernelsDevice, EV_KEY, code));
+        }
+    } else if (number == _IOC_NR(EVIOCGPROP(0))) {
+        for (unsigned property = 0; property < INPUT_PROP_CNT; ++property) {
+            setBit(answer, size, property, libevdev_has_property(kernelsDevice, property));
+        }
+    }
+    return 0;
+}
+
+namespace
+{
+
 const ScreenSize screen = {800, 480};
 const ScreenMapC pixels(screen, {0, 799}, {0, 479}, {});
 
+// A folder of files, gone with the object.
+class Folder
+{
+public:
+    ~Folder()
+    {
+        std::filesystem::remove_all(path);
+    }
+
+    void Write(const std::string& iFile, const std::string& iText) const
+    {
+        std::filesystem::create_directories((path / iFile).parent_path());
+        std::ofstream(path / iFile) << iText;
+    }
+
+    std::string ReadLine(const std::string& iFile) const
+    {
+        std::string line;
+        std::getline(std::ifstream(path / iFile), line);
+        return line;
+    }
+
+private:
+    const TextFile mName{""};
+
+public:
+    const std::filesystem::path path = mName.path + ".d";
+};
+
+// Plays stories to the adapter's own reading of a panel, by way of libevdev.
+class Stage
+{
+public:
+    Stage(IEventSink& ioSink, const char* iCodes) : mSink(ioSink), mModel(makeDevice(iCodes))
+    {
+        kernelsDevice = mModel.get();
+        libevdev_set_log_function(nullptr, nullptr); // as the adapter does
+        const std::string path = (mFolder.path / "panel").string();
+        std::filesystem::create_directories(mFolder.path);
+        mkfifo(path.c_str(), 0600);
+        mWriter = open(path.c_str(), O_RDWR | O_CLOEXEC);
+        mPanel = PanelC::Open(path);
+        Translate();
+    }
+
+    ~Stage()
+    {
+        mTranslator.reset();
+        kernelsDevice = nullptr;
+        close(mWriter);
+    }
+
+    // "C" cancels the touch, and "~30" lets so many seconds pass.
+    void Play(const std::string& iStory)
+    {
+        std::istringstream words(iStory);
+        for (std::string word; words >> word;) {
+            if (word == "C") {
+                mTranslator->Cancel();
+            } else if (word[0] == '~') {
+                mNow += std::chrono::seconds(std::atoi(word.c_str() + 1));
+            } else {
+                Tell(word.c_str());
+            }
+        }
+    }
+
+private:
+    void Translate()
+    {
+        mTranslator.reset();
+        mTranslator = std::make_unique<TouchTranslatorC>(mSink, pixels, mPanel->GetContacts(), [this] { return mNow; });
+    }
+
+    void Tell(const char* iWord)
+    {
+        const auto* kind =
+            std::find_if(std::begin(kinds), std::end(kinds), [&](const auto& iKind) { return iKind.letter == *iWord; });
+        input_event event = {};
+        event.type = static_cast<std::uint16_t>(kind->type);
+        event.code = static_cast<std::uint16_t>(kind->code);
+        event.value = std::atoi(iWord + 1);
+        libevdev_set_event_value(mModel.get(), event.type, event.code, event.value);
+        ASSERT_EQ(static_cast<ssize_t>(sizeof(event)), write(mWriter, &event, sizeof(event)));
+        if (mPanel->Read(*mTranslator) == PanelC::State::Lost) {
+            Translate();
+        }
+    }
+
+    IEventSink& mSink;
+    Device mModel;
+    Folder mFolder;
+    int mWriter = -1;
+    std::unique_ptr<PanelC> mPanel;
+    TouchTranslatorC::Time mNow;
+    std::unique_ptr<TouchTranslatorC> mTranslator; // uses mNow
+};
+
 constexpr const char* simple = "x0 y0 T0";
 constexpr const char* slots = "X0 Y0 S0 I0 x0 y0 T0";
-constexpr const char* anonymous = "X0 Y0";
+constexpr const char* anonymous = "X0 Y0 T0 I0 O0 Q0 M0";
+constexpr const char* palms = "X0 Y0 S0 I0 O0";
 
 TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
 {
@@ -147,9 +300,31 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
         {slots, "S1 I8 X50 Y60 | S0 I7 X10 Y20 | S1 I-1 | I9 | S0 X12 | I-1 | S1 I-1 |",
          "x-1 y-1 | x50 y60 T1 | T0 | x-1 y-1 | x50 y60 T1 | T0 |"},
         {slots, "I7 X10 Y20 S1 I8 X50 Y60 | S0 I-1 | S1 I-1 |", "x-1 y-1 | x10 y20 T1 | T0 |"},
-        {slots, "I7 X10 Y20 | I8 X50 Y60 | X51 | I-1 | I9 | I-1 |",
-         "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x51 y60 T1 | T0 |"},
-        {slots, "S5 I7 X10 Y20 | S-1 I8 | S1 I9 X30 Y40 | I-1 |", "x-1 y-1 | x30 y40 T1 | T0 |"},
+        // Another finger without a lift before, and slots that there are not: libevdev leaves out what makes no sense.
+        {slots, "I7 X10 Y20 | I8 X50 Y60 | I-1 |", "x-1 y-1 | x10 y20 T1 | x50 y60 | T0 |"},
+        {slots, "S5 I7 X10 Y20 | S-1 X11 | S1 X12 | I-1 |", "x-1 y-1 | x10 y20 T1 | x11 y20 | x12 y20 | T0 |"},
+        // One lifts and the next comes in one report, in another slot and in the same.
+        {slots, "I7 X10 Y20 | I-1 S1 I8 X50 Y60 | I-1 |", "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x50 y60 T1 | T0 |"},
+        {slots, "I7 X10 Y20 | I-1 I8 X50 | I-1 |", "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x50 y20 T1 | T0 |"},
+        // A lift at 0,0.
+        {simple, "T1 x10 y20 | T0 x0 y0 | T1 y20 | x1 | T0 x0 |",
+         "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x0 y20 T1 | x1 y20 | x0 y20 | T0 |"},
+        {simple, "T1 x10 y20 | T0 y0 |", "x-1 y-1 | x10 y20 T1 | x10 y0 | T0 |"},
+        // What lies still for half a minute gives way to the next finger; alone it may rest for longer.
+        {slots, "I7 X10 Y20 | ~29 S1 I8 X50 Y60 | I-1 | ~1 X51 | I9 | I-1 |",
+         "x-1 y-1 | x10 y20 T1 | x-1 y-1 | B1 | B0 | T0 | x-1 y-1 | x51 y60 T1 | T0 |"},
+        {slots, "I7 X10 Y20 | ~20 X20 | Y10 | ~10 S1 I8 X50 | I-1 S0 I-1 |",
+         "x-1 y-1 | x10 y20 T1 | x20 y20 | x20 y10 | x-1 y-1 | B1 | B0 | T0 | x-1 y-1 | x50 y0 T1 | T0 |"},
+        {slots, "I7 X10 Y20 | I-1 | ~30 I8 | S1 I9 | S0 I-1 |",
+         "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x10 y20 T1 | T0 |"},
+        {slots, "I7 X10 Y20 | ~20 X21 | ~10 S1 I8 | I-1 | S0 Y31 | ~29 S1 I9 | ~1 S0 I-1 |",
+         "x-1 y-1 | x10 y20 T1 | x21 y20 | x21 y31 | T0 |"},
+        // Palms, also one that was a finger, and one that was there before us.
+        {palms, "O2 I7 X10 Y20 | X11 | O0 | I-1 | I8 | I-1 |", "x-1 y-1 | x11 y20 T1 | T0 |"},
+        {palms, "I7 X10 Y20 | O2 | O0 X12 | I-1 |", "x-1 y-1 | x10 y20 T1 | x-1 y-1 | B1 | B0 | T0 |"},
+        {"S0 X10 Y20 I7 O2", "X11 | I-1 | I8 | O0 | I-1 | I9 | I-1 |", "x-1 y-1 | x11 y20 T1 | T0 |"},
+        {anonymous, "O2 X10 Y20 m | O0 X11 Y20 m | m | X12 Y20 m | O2 X12 Y20 m | X12 Y20 m | m |",
+         "x-1 y-1 | x12 y20 T1 | x-1 y-1 | B1 | B0 | T0 |"},
         {"X0 Y0 S0 I0 D0", "I7 D3 X10 Y20 | X11 | D0 | D2 X12 | X13 | I-1 |", "x-1 y-1 | x11 y20 T1 | x12 y20 | T0 |"},
         {"S1 X10 Y20 I7 D3", "D0 X11 | I-1 |", "x-1 y-1 | x11 y20 T1 | T0 |"}, // as it was before us
         // Fingers without names, in any order; the one that stays near is the same.
@@ -161,6 +336,17 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
         {anonymous, "X10 Y20 m X50 Y60 m X90 Y99 m | X90 Y99 m X50 Y60 m X11 Y20 m | m |",
          "x-1 y-1 | x10 y20 T1 | x11 y20 | T0 |"},
         {anonymous, "M5 X10 Y20 m | X10 Y20 M0 m |", "x-1 y-1 | x10 y20 T1 | T0 |"},
+        {anonymous, "Q0 M5 X10 Y20 m | Q5 X11 Y20 m | Q0 M5 X11 Y20 m | m |", "x-1 y-1 | x11 y20 T1 | T0 |"},
+        // With numbers, by which each is known wherever it is.
+        {anonymous, "I3 X10 Y20 m | I4 X50 Y60 m | m |", "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x50 y60 T1 | T0 |"},
+        {anonymous, "X10 Y20 m I3 X50 Y60 m | I3 X50 Y60 m X11 Y20 m | m |", "x-1 y-1 | x10 y20 T1 | x11 y20 | T0 |"},
+        {anonymous, "I3 X10 Y20 m | I4 X10 Y20 m I3 X50 Y60 m | I4 X10 Y20 m | m |",
+         "x-1 y-1 | x10 y20 T1 | x50 y60 | T0 |"},
+        // Where it is not known whether a finger is down, those of the first report may have been there before.
+        {"X0 Y0", "H1 | X10 Y20 m | X11 Y20 m | m | X10 Y20 m | m |", "x-1 y-1 | x10 y20 T1 | T0 |"},
+        {"X0 Y0 T1", "X10 Y20 m | T0 m | T1 X10 Y20 m | T0 m |", "x-1 y-1 | x10 y20 T1 | T0 |"},
+        {anonymous, "T1 X10 Y20 m | ! | X10 Y20 m | T0 m | T1 X11 Y20 m | T0 m |",
+         "x-1 y-1 | x10 y20 T1 | x-1 y-1 | B1 | B0 | T0 | x-1 y-1 | x11 y20 T1 | T0 |"},
         // Cancelled touches: parked first. The fingers of then are touches no more.
         {simple, "T1 x10 y20 | C T0 | T1 |",
          "x-1 y-1 | x10 y20 T1 | x-1 y-1 | B1 | B0 | T0 | x-1 y-1 | x10 y20 T1 | x-1 y-1 | B1 | B0 | T0 |"},
@@ -173,8 +359,7 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
     for (const auto& story : stories) {
         Notes notes;
         {
-            TouchTranslatorC translator(notes, pixels, ContactsOf(makeDevice(story.device).get()));
-            tell(story.story, translator);
+            Stage(notes, story.device).Play(story.story);
         }
         EXPECT_EQ(story.told, notes.text) << story.device << ": " << story.story;
     }
@@ -268,35 +453,6 @@ TEST(TouchTest, FindsThePixel)
         EXPECT_EQ(std::make_pair(c.pixel.x, c.pixel.y), std::make_pair(pixel.x, pixel.y)) << c.onPanel.x;
     }
 }
-
-// A folder of files, gone with the object.
-class Folder
-{
-public:
-    ~Folder()
-    {
-        std::filesystem::remove_all(path);
-    }
-
-    void Write(const std::string& iFile, const std::string& iText) const
-    {
-        std::filesystem::create_directories((path / iFile).parent_path());
-        std::ofstream(path / iFile) << iText;
-    }
-
-    std::string ReadLine(const std::string& iFile) const
-    {
-        std::string line;
-        std::getline(std::ifstream(path / iFile), line);
-        return line;
-    }
-
-private:
-    const TextFile mName{""};
-
-public:
-    const std::filesystem::path path = mName.path + ".d";
-};
 
 // What DRM says of its connectors: the status and the modes of each.
 struct Connector {

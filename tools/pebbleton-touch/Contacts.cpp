@@ -4,8 +4,6 @@
 #include <cstddef>
 #include <utility>
 
-#include <linux/input-event-codes.h>
-
 namespace PEBBLETON
 {
 
@@ -30,13 +28,16 @@ struct Pair {
     std::size_t finger;
 };
 
-// Every pair there is, the nearest first.
-std::vector<Pair> pairUp(const std::vector<Contact>& iContacts, const std::vector<Position>& iFingers)
+// Every pair there may be, the nearest first. Fingers that the panel numbers differently are not the same.
+std::vector<Pair> pairUp(const std::vector<Contact>& iContacts, const std::vector<Contact>& iFingers)
 {
     std::vector<Pair> pairs;
     for (std::size_t contact = 0; contact < iContacts.size(); ++contact) {
-        for (std::size_t finger = 0; iContacts[contact].id >= 0 && finger < iFingers.size(); ++finger) {
-            pairs.push_back({distanceBetween(iContacts[contact].position, iFingers[finger]), contact, finger});
+        for (std::size_t finger = 0; finger < iFingers.size(); ++finger) {
+            if (iContacts[contact].id == iFingers[finger].id) {
+                pairs.push_back(
+                    {distanceBetween(iContacts[contact].position, iFingers[finger].position), contact, finger});
+            }
         }
     }
     std::stable_sort(pairs.begin(), pairs.end(),
@@ -46,14 +47,19 @@ std::vector<Pair> pairUp(const std::vector<Contact>& iContacts, const std::vecto
 
 } // namespace
 
-ContactsC::ContactsC(Protocol iProtocol, std::vector<Contact> iContacts, int iSlot, unsigned iButton)
-    : mProtocol(iProtocol), mContacts(std::move(iContacts)), mSlot(iSlot), mButton(iButton)
+ContactsC::ContactsC(Protocol iProtocol, std::vector<Contact> iContacts, int iSlot, unsigned iButton, bool iIsKnown)
+    : mProtocol(iProtocol), mContacts(std::move(iContacts)), mSlot(iSlot), mButton(iButton), mIsKnown(iIsKnown)
 {
 }
 
 const std::vector<Contact>& ContactsC::Get() const
 {
     return mContacts;
+}
+
+bool ContactsC::IsKnown() const
+{
+    return mIsKnown;
 }
 
 bool ContactsC::Handle(unsigned iType, unsigned iCode, int iValue)
@@ -109,6 +115,9 @@ void ContactsC::HandleSlots(unsigned iType, unsigned iCode, int iValue)
     case ABS_MT_DISTANCE:
         contact.distance = iValue;
         break;
+    case ABS_MT_TOOL_TYPE:
+        contact.tool = iValue;
+        break;
     default:
         break;
     }
@@ -122,8 +131,12 @@ void ContactsC::HandleAnonymous(unsigned iType, unsigned iCode, int iValue)
     } else if (iType == EV_ABS && iCode == ABS_MT_POSITION_Y) {
         mFinger.id = 0;
         mFinger.position.y = iValue;
-    } else if (iType == EV_ABS && iCode == ABS_MT_TOUCH_MAJOR) {
-        mFinger.distance = iValue == 0 ? 1 : 0; // how some drivers tell of one that has just been lifted
+    } else if (iType == EV_ABS && (iCode == ABS_MT_TOUCH_MAJOR || iCode == ABS_MT_PRESSURE)) {
+        mFinger.distance |= iValue == 0 ? 1 : 0; // how some drivers tell of one that has just been lifted
+    } else if (iType == EV_ABS && iCode == ABS_MT_TOOL_TYPE) {
+        mFinger.tool = iValue;
+    } else if (iType == EV_ABS && iCode == ABS_MT_TRACKING_ID) {
+        mNumber = iValue;
     } else if (iType == EV_KEY && iCode == BTN_TOUCH) {
         mToldOfFingers = true;
     } else if (iType == EV_SYN && iCode == SYN_MT_REPORT) {
@@ -136,13 +149,15 @@ void ContactsC::HandleAnonymous(unsigned iType, unsigned iCode, int iValue)
 void ContactsC::EndFinger()
 {
     mToldOfFingers = true;
-    if (mFinger.IsDown() && mFingers.size() < mostFingers) {
-        mFingers.push_back(mFinger.position);
+    if ((mFinger.IsDown() || mFinger.IsPalm()) && mFingers.size() < mostFingers) {
+        mFinger.id = std::max(mNumber, 0);
+        mFingers.push_back(mFinger);
     }
     mFinger = {};
+    mNumber = -1;
 }
 
-// Nobody says which finger is which, but from one report to the next each stays nearest to itself.
+// Where the panel does not number the fingers, each stays nearest to itself from one report to the next.
 void ContactsC::EndAnonymousReport()
 {
     if (!mToldOfFingers) {
@@ -153,7 +168,7 @@ void ContactsC::EndAnonymousReport()
     for (const Pair& pair : pairUp(mContacts, mFingers)) {
         if (!stays[pair.contact] && !known[pair.finger]) {
             stays[pair.contact] = known[pair.finger] = true;
-            mContacts[pair.contact].position = mFingers[pair.finger];
+            mContacts[pair.contact] = mFingers[pair.finger];
         }
     }
     for (std::size_t contact = 0; contact < stays.size(); ++contact) {
@@ -166,16 +181,17 @@ void ContactsC::EndAnonymousReport()
     }
     mFingers.clear();
     mToldOfFingers = false;
+    mIsKnown = true;
 }
 
-void ContactsC::Add(const Position& iPosition)
+void ContactsC::Add(const Contact& iFinger)
 {
     const auto isFree = [](const Contact& iContact) { return iContact.id < 0; };
     auto place = std::find_if(mContacts.begin(), mContacts.end(), isFree);
     if (place == mContacts.end()) {
         place = mContacts.emplace(place);
     }
-    *place = {0, iPosition};
+    *place = iFinger;
 }
 
 } // namespace PEBBLETON

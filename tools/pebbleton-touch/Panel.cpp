@@ -61,7 +61,10 @@ bool isPen(const libevdev* iDevice)
 Contact contactIn(const libevdev* iDevice, unsigned iSlot)
 {
     const auto value = [&](unsigned iCode) { return libevdev_get_slot_value(iDevice, iSlot, iCode); };
-    return {value(ABS_MT_TRACKING_ID), {value(ABS_MT_POSITION_X), value(ABS_MT_POSITION_Y)}, value(ABS_MT_DISTANCE)};
+    return {value(ABS_MT_TRACKING_ID),
+            {value(ABS_MT_POSITION_X), value(ABS_MT_POSITION_Y)},
+            value(ABS_MT_DISTANCE),
+            value(ABS_MT_TOOL_TYPE)};
 }
 
 } // namespace
@@ -90,7 +93,10 @@ ContactsC ContactsOf(const libevdev* iDevice)
     }
     const int slots = libevdev_get_num_slots(iDevice);
     if (slots < 1) {
-        return {Protocol::Anonymous, {}};
+        // Only of one that has this button is it known, if it is not pressed, that no finger is down.
+        int pressed = 0;
+        const bool known = libevdev_fetch_event_value(iDevice, EV_KEY, BTN_TOUCH, &pressed) != 0 && pressed == 0;
+        return {Protocol::Anonymous, {}, 0, 0, known};
     }
     std::vector<Contact> contacts(static_cast<std::size_t>(slots));
     for (unsigned slot = 0; slot < contacts.size(); ++slot) {

@@ -1,12 +1,18 @@
 #include "TouchTranslator.h"
 
+#include <cstdlib>
 #include <utility>
 
 namespace PEBBLETON
 {
 
-TouchTranslatorC::TouchTranslatorC(IEventSink& ioSink, const ScreenMapC& iMap, ContactsC iContacts)
-    : mSink(ioSink), mMap(iMap), mContacts(std::move(iContacts))
+TouchTranslatorC::TouchTranslatorC(IEventSink& ioSink, const ScreenMapC& iMap, ContactsC iContacts,
+                                   std::function<Time()> iClock)
+    : mSink(ioSink)
+    , mMap(iMap)
+    , mContacts(std::move(iContacts))
+    , mClock(std::move(iClock))
+    , mIsKnown(mContacts.IsKnown())
 {
     Spend();
 }
@@ -27,13 +33,7 @@ void TouchTranslatorC::Handle(unsigned iType, unsigned iCode, int iValue)
 
 void TouchTranslatorC::Cancel()
 {
-    if (mTouch) {
-        MoveTo(parked);
-        Switch(otherButton, 1);
-        Switch(otherButton, 0);
-        Switch(BTN_TOUCH, 0);
-        mTouch.reset();
-    }
+    Withdraw();
     Spend();
 }
 
@@ -47,33 +47,66 @@ std::optional<TouchTranslatorC::Touch> TouchTranslatorC::GetTouch() const
 
 void TouchTranslatorC::EndReport()
 {
-    if (mTouch) {
-        Follow();
+    if (!mIsKnown) {
+        mIsKnown = mContacts.IsKnown();
         Spend();
         return;
     }
-    const std::vector<Contact>& contacts = mContacts.Get();
-    mSpent.resize(contacts.size(), -1);
-    for (std::size_t i = 0; i < contacts.size(); ++i) {
-        if (!contacts[i].IsDown()) {
-            mSpent[i] = -1;
-        } else if (!mTouch && contacts[i].id != mSpent[i]) {
-            Press(i);
-        }
+    if (mTouch) {
+        Follow();
     }
+    const std::optional<std::size_t> next = FindNew();
+    if (next && IsStuck()) {
+        Withdraw();
+    }
+    if (next && !mTouch) {
+        Press(*next);
+    }
+    Spend();
 }
 
-// The last motion counts also when it comes with the lift: a finger that slid off must not fire.
+// The last motion counts also when it comes with the lift: a finger that slid off must not fire. But some panels lift
+// at 0,0 wherever the finger was.
 void TouchTranslatorC::Follow()
 {
     const Contact& contact = mContacts.Get()[*mTouch];
-    if (contact.id == mTouchId || contact.id < 0) {
+    const bool isNowhere = contact.id < 0 && contact.position.x == 0 && contact.position.y == 0;
+    if (contact.id == mTouchId && contact.IsPalm()) {
+        Withdraw();
+        return;
+    }
+    if ((contact.id == mTouchId || contact.id < 0) && !isNowhere) {
         MoveTo(mMap.ToPixel(contact.position));
+        NoteMotion();
     }
     if (contact.id != mTouchId || !contact.IsDown()) {
         Switch(BTN_TOUCH, 0);
         mTouch.reset();
     }
+}
+
+// Ends the touch so that nothing fires.
+void TouchTranslatorC::Withdraw()
+{
+    if (mTouch) {
+        MoveTo(parked);
+        Switch(otherButton, 1);
+        Switch(otherButton, 0);
+        Switch(BTN_TOUCH, 0);
+        mTouch.reset();
+    }
+}
+
+// The first finger that was not down, or not there, before this report.
+std::optional<std::size_t> TouchTranslatorC::FindNew() const
+{
+    const std::vector<Contact>& contacts = mContacts.Get();
+    for (std::size_t i = 0; i < contacts.size(); ++i) {
+        if (contacts[i].IsDown() && (i >= mSpent.size() || contacts[i].id != mSpent[i])) {
+            return i;
+        }
+    }
+    return std::nullopt;
 }
 
 void TouchTranslatorC::Press(std::size_t iContact)
@@ -90,6 +123,21 @@ void TouchTranslatorC::Press(std::size_t iContact)
     mSink.Handle(EV_ABS, ABS_Y, mPixel.y);
     mSink.Handle(EV_KEY, BTN_TOUCH, 1);
     mSink.Handle(EV_SYN, SYN_REPORT, 0);
+    mRest = parked; // so that the time of its rest begins now
+    NoteMotion();
+}
+
+void TouchTranslatorC::NoteMotion()
+{
+    if (std::abs(mPixel.x - mRest.x) > still || std::abs(mPixel.y - mRest.y) > still || mRest.x < 0) {
+        mRest = mPixel;
+        mResting = mClock();
+    }
+}
+
+bool TouchTranslatorC::IsStuck() const
+{
+    return mTouch && mClock() - mResting >= longestRest;
 }
 
 void TouchTranslatorC::MoveTo(const Position& iPixel)
@@ -114,7 +162,7 @@ void TouchTranslatorC::Spend()
     const std::vector<Contact>& contacts = mContacts.Get();
     mSpent.resize(contacts.size());
     for (std::size_t i = 0; i < contacts.size(); ++i) {
-        mSpent[i] = contacts[i].IsDown() ? contacts[i].id : -1;
+        mSpent[i] = contacts[i].IsDown() || contacts[i].IsPalm() ? contacts[i].id : -1;
     }
 }
 

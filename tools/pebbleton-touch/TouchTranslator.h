@@ -1,7 +1,9 @@
 #ifndef PEBBLETON_TOUCH_TOUCH_TRANSLATOR_H
 #define PEBBLETON_TOUCH_TOUCH_TRANSLATOR_H
 
+#include <chrono>
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -22,16 +24,25 @@ namespace PEBBLETON
 // report of its own, and then it is released. The menu counts the time of a long press from the last press of anything.
 //
 // A report is taken whole before anything is said about it. The first finger is the touch until it lifts. A finger that
-// came while it was down, or that was there before this object, never becomes a touch.
+// came while it was down, or that was there before this object, never becomes a touch; one that comes in the report in
+// which the touch lifts is the next touch. A palm is no touch, and a touch that turns out to be one is cancelled.
+//
+// What lies still for `longestRest` may be water: a finger that comes then is the touch, and the one until then is
+// cancelled.
 class TouchTranslatorC : public IEventSink
 {
 public:
     // Outside of any screen. Whoever makes the panel that the events come out of parks it there first.
     static constexpr Position parked = {-1, -1};
     static constexpr unsigned otherButton = BTN_RIGHT;
+    static constexpr std::chrono::seconds longestRest{30};
+    static constexpr int still = 10; // pixels that what lies still may seem to move
 
-    // iContacts: the panel as it is now. ioSink must outlive this object.
-    TouchTranslatorC(IEventSink& ioSink, const ScreenMapC& iMap, ContactsC iContacts);
+    using Time = std::chrono::steady_clock::time_point;
+
+    // iContacts: the panel as it is now. ioSink must outlive this object. iClock: what time it is.
+    TouchTranslatorC(IEventSink& ioSink, const ScreenMapC& iMap, ContactsC iContacts,
+                     std::function<Time()> iClock = std::chrono::steady_clock::now);
 
     // Cancels the touch.
     ~TouchTranslatorC() override;
@@ -55,7 +66,11 @@ public:
 private:
     void EndReport();
     void Follow();
+    void Withdraw();
+    std::optional<std::size_t> FindNew() const;
     void Press(std::size_t iContact);
+    void NoteMotion();
+    bool IsStuck() const;
     void MoveTo(const Position& iPixel);
     void Switch(unsigned iButton, int iValue);
     void Spend();
@@ -63,10 +78,14 @@ private:
     IEventSink& mSink;
     ScreenMapC mMap;
     ContactsC mContacts;
+    std::function<Time()> mClock;
+    bool mIsKnown;                     // whether mSpent holds all that were down
     std::vector<int> mSpent;           // for each contact the id of the finger that is no touch, or below 0
     std::optional<std::size_t> mTouch; // the contact that is the touch
     int mTouchId = -1;                 // and its finger
     Position mPixel = parked;          // what was said last
+    Position mRest = parked;           // where the touch lies still
+    Time mResting;                     // since when
 };
 
 } // namespace PEBBLETON
