@@ -22,8 +22,9 @@ install(FILES man/pebbleton-theme.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
 
 # As they lie in the source tree, so that the links between them hold.
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN pebbleton-launcher EXCLUDE)
-install(PROGRAMS examples/pebbleton-launcher DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN pebbleton-launcher EXCLUDE
+    PATTERN pebbleton-sleep EXCLUDE)
+install(PROGRAMS examples/pebbleton-launcher examples/pebbleton-sleep DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 
 if(PEBBLETON_THEME)
     install(TARGETS pebbleton-theme RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT pebbleton-theme)

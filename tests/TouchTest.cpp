@@ -22,6 +22,7 @@
 #include <unistd.h>
 
 #include "Command.h"
+#include "Complaints.h"
 #include "DisplayFinder.h"
 #include "FakeTest.h"
 #include "FrameBuffer.h"
@@ -363,8 +364,8 @@ TEST(TouchTest, AFingerTakesTheFirstFreePlace)
     ContactsC contacts(Protocol::Anonymous, {});
     for (int place = 0; place < 3; ++place) {
         contacts.Handle(EV_ABS, ABS_MT_POSITION_X, place);
-        for (const unsigned code : {SYN_MT_REPORT, SYN_REPORT, SYN_MT_REPORT, SYN_REPORT}) {
-            EXPECT_EQ(code == SYN_REPORT, contacts.Handle(EV_SYN, code, 0));
+        for (const int code : {SYN_MT_REPORT, SYN_REPORT, SYN_MT_REPORT, SYN_REPORT}) {
+            EXPECT_EQ(code == SYN_REPORT, contacts.Handle(EV_SYN, static_cast<unsigned>(code), 0));
         }
     }
     EXPECT_EQ(1u, contacts.Get().size());
@@ -607,26 +608,43 @@ TEST_F(TouchProgramTest, ReadsItsOwnOptionsAndLeavesTheCommandsAlone)
             EXPECT_THAT(fake.take(), testing::ElementsAre("log 3 " + said.substr(17, said.size() - 18)));
         }
     }
-    std::string line = "t -h";
+    std::string line = "t --version";
     TouchOptions chosen;
+    EXPECT_TRUE(ParseTouchOptions(2, wordsOf(line).data(), chosen) && chosen.version && !chosen.help);
+    line = "t -h";
     EXPECT_TRUE(ParseTouchOptions(2, wordsOf(line).data(), chosen));
     EXPECT_TRUE(chosen.help);
     EXPECT_EQ(60, chosen.wait.count());
     testing::internal::CaptureStdout();
-    EXPECT_TRUE(PrintTouchHelp());
+    EXPECT_TRUE(PrintTouchHelp() && PrintTouchVersion());
     EXPECT_THAT(testing::internal::GetCapturedStdout(),
-                testing::AllOf(HasSubstr("Usage: pebbleton-touch "), HasSubstr("--swapped-x-y")));
+                testing::AllOf(HasSubstr("Usage: pebbleton-touch "), HasSubstr("--swapped-x-y"),
+                               HasSubstr("\npebbleton-touch ")));
     line = "t --screen 800x480 --range -5:90:7:-80 --inverted-x --swapped-x-y --inverted-y --device a --print --wait 0 "
            "--other-devices menu";
     ASSERT_TRUE(ParseTouchOptions(15, wordsOf(line).data(), chosen));
-    const auto& [help, device, size, range, orientation, print, otherDevices, wait, command] = chosen;
+    const auto& [help, version, device, size, range, orientation, print, otherDevices, wait, command] = chosen;
     EXPECT_THAT((std::vector{size->width, size->height, range->x.first, range->x.last, range->y.first, range->y.last}),
                 testing::ElementsAre(800, 480, -5, 90, 7, -80));
-    EXPECT_THAT((std::vector{help, orientation.invertedX, orientation.invertedY, orientation.swapped, print,
+    EXPECT_THAT((std::vector{help || version, orientation.invertedX, orientation.invertedY, orientation.swapped, print,
                              otherDevices}),
                 testing::ElementsAre(false, true, true, true, true, true));
     EXPECT_EQ("a", device);
     EXPECT_EQ(0, wait.count());
+}
+
+TEST_F(TouchProgramTest, ComplainsOnceAMinute)
+{
+    ComplaintsC::Time now;
+    ComplaintsC complaints([&] { return now; });
+    testing::internal::CaptureStderr();
+    for (const int second : {0, 59, 60, 119}) {
+        now = ComplaintsC::Time(std::chrono::seconds(second));
+        complaints.Say("dust");
+        complaints.Say(second == 59 ? "rust" : "dust");
+    }
+    EXPECT_EQ("pebbleton-touch: dust\npebbleton-touch: rust\npebbleton-touch: dust\n",
+              testing::internal::GetCapturedStderr());
 }
 
 TEST_F(TouchProgramTest, PrintsEachTouch)

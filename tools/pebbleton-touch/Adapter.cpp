@@ -19,7 +19,8 @@
 namespace PEBBLETON
 {
 
-AdapterC::AdapterC(const TouchOptions& iOptions) : mOptions(iOptions), mWait(mCommand), mWatch(iOptions.device)
+AdapterC::AdapterC(const TouchOptions& iOptions)
+    : mOptions(iOptions), mWait(mCommand), mWatch(iOptions.device, mComplaints)
 {
 }
 
@@ -154,15 +155,16 @@ void AdapterC::Wait()
     if (poll(sources, std::size(sources), isPending ? 0 : retry) < 0) {
         return; // this process was stopped and goes on
     }
+    // First, since a touch that is to be forgotten may have ended since.
+    if (sources[0].revents != 0) {
+        TakeSignals();
+    }
     if (sources[2].revents != 0 || isPending) {
         ReadPanel();
     }
     if (sources[1].revents != 0 || retry >= 0) {
         mWatch.Drain();
         LookForPanel();
-    }
-    if (sources[0].revents != 0) {
-        TakeSignals();
     }
 }
 
@@ -173,7 +175,9 @@ void AdapterC::TakeSignals()
         if (mTranslator != nullptr) {
             mTranslator->Cancel();
         }
-        mCommand.HandOn(*signal);
+        if (*signal != CommandC::forget) {
+            mCommand.HandOn(*signal);
+        }
     }
 }
 
@@ -227,18 +231,17 @@ void AdapterC::Translate()
 }
 
 // What the panel says of an axis; of one of which it says nothing, that it counts pixels.
-AxisRange AdapterC::KnownRange(const char* iAxis, const AxisRange& iRange, int iPixels) const
+AxisRange AdapterC::KnownRange(const char* iAxis, const AxisRange& iRange, int iPixels)
 {
     if (iRange.first != iRange.last) {
         return iRange;
     }
-    Report(LOG_WARNING,
-           "%s, \"%s\", does not say what its %s axis reports at the edges, which is taken for pixels: give --range",
-           mPanel->GetPath().c_str(), mPanel->GetName().c_str(), iAxis);
+    mComplaints.Say(mPanel->GetPath() + ", \"" + mPanel->GetName() + "\", does not say what its " + iAxis +
+                    " axis reports at the edges, which is taken for pixels: give --range");
     return {0, iPixels - 1};
 }
 
-ScreenMapC AdapterC::MakeMap() const
+ScreenMapC AdapterC::MakeMap()
 {
     if (mOptions.range) {
         return {mScreen, mOptions.range->x, mOptions.range->y, mOptions.orientation};

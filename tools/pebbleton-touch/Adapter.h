@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Command.h"
+#include "Complaints.h"
 #include "Panel.h"
 #include "PanelWatch.h"
 #include "ScreenMap.h"
@@ -49,8 +50,8 @@ private:
     void LookForPanel();
     void LosePanel();
     void Translate();
-    AxisRange KnownRange(const char* iAxis, const AxisRange& iRange, int iPixels) const;
-    ScreenMapC MakeMap() const;
+    AxisRange KnownRange(const char* iAxis, const AxisRange& iRange, int iPixels);
+    ScreenMapC MakeMap();
     void Tell(const char* iWhat) const;
 
     const TouchOptions& mOptions;
@@ -59,7 +60,8 @@ private:
     VirtualPanelC mVirtual;
     CommandC mCommand;
     StartWaitC mWait; // uses mCommand
-    PanelWatchC mWatch;
+    ComplaintsC mComplaints;
+    PanelWatchC mWatch;                            // uses mComplaints
     std::unique_ptr<PanelC> mPanel;                // the real one; null: there is none
     std::unique_ptr<PanelC> mSetAside;             // a pointer that gave way to a screen, kept from DirectFB
     std::optional<ScreenMapC> mMap;                // of mPanel

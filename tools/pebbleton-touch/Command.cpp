@@ -41,6 +41,7 @@ CommandC::CommandC() : mFormerMask(), mFormerChild(), mFormerPipe(), mSignals(-1
     sigset_t awaited;
     sigemptyset(&awaited);
     sigaddset(&awaited, SIGCHLD);
+    sigaddset(&awaited, forget);
     for (const int signal : handedOn) {
         sigaddset(&awaited, signal);
     }
@@ -60,7 +61,7 @@ bool CommandC::Rest(std::chrono::milliseconds iTime)
     pollfd source = {mSignals, POLLIN, 0};
     poll(&source, 1, static_cast<int>(iTime.count()));
     while (const std::optional<int> signal = TakeSignal()) {
-        if (!isIgnored(*signal)) {
+        if (*signal != forget && !isIgnored(*signal)) {
             mStatus = 128 + *signal;
             return false;
         }

@@ -21,6 +21,9 @@ public:
     static constexpr int cannotRun = 126;
     static constexpr int notFound = 127;
 
+    // Not the command's business, but that of whoever takes it.
+    static constexpr int forget = SIGUSR1;
+
     CommandC();
     ~CommandC();
     CommandC(const CommandC&) = delete;
@@ -38,8 +41,8 @@ public:
     // To be polled; readable when a signal came. Below 0: it could not be made, and the command cannot be started.
     int GetDescriptor() const;
 
-    // Takes what has come: the command's end, and SIGTERM, SIGINT, SIGHUP and SIGQUIT. Of these it returns the next,
-    // which is to be handed on; nothing when no more has come.
+    // Takes what has come: the command's end, SIGTERM, SIGINT, SIGHUP and SIGQUIT, and `forget`. It returns the next of
+    // the signals, which is to be handed on unless it is the last one; nothing when no more has come.
     std::optional<int> TakeSignal();
 
     // Sends the command a signal, if it runs.

@@ -4,20 +4,21 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include <glob.h>
 #include <sys/inotify.h>
 #include <unistd.h>
 
-#include "Log.h"
-#include "Report.h"
-
 namespace PEBBLETON
 {
 
 namespace
 {
+
+constexpr int mostLinks = 40; // that the kernel follows
 
 // Attributes change when a daemon gives access to a new device.
 constexpr std::uint32_t comings = IN_CREATE | IN_MOVED_TO | IN_ATTRIB;
@@ -49,8 +50,8 @@ bool isPath(const std::string& iWanted)
 
 } // namespace
 
-PanelWatchC::PanelWatchC(std::string iWanted)
-    : mWanted(std::move(iWanted)), mInotify(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+PanelWatchC::PanelWatchC(std::string iWanted, ComplaintsC& ioComplaints)
+    : mWanted(std::move(iWanted)), mSayer(ioComplaints), mInotify(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
 {
 }
 
@@ -101,8 +102,12 @@ int PanelWatchC::GetRetryTime() const
 void PanelWatchC::WatchFolders()
 {
     WatchFolder("/dev/input");
-    if (isPath(mWanted)) {
-        WatchFolder(mWanted.substr(0, mWanted.rfind('/')));
+    std::filesystem::path path = isPath(mWanted) ? mWanted : "";
+    std::error_code error;
+    for (int links = 0; !path.empty() && links < mostLinks; ++links) {
+        WatchFolder(path.parent_path().string());
+        const std::filesystem::path target = std::filesystem::read_symlink(path, error);
+        path = error ? target : path.parent_path() / target;
     }
 }
 
@@ -182,7 +187,7 @@ void PanelWatchC::SayComplaints()
 {
     for (const std::string& complaint : mComplaints) {
         if (mSaid.insert(complaint).second) {
-            Report(LOG_WARNING, "%s", complaint.c_str());
+            mSayer.Say(complaint);
         }
     }
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "Complaints.h"
 #include "Panel.h"
 
 namespace PEBBLETON
@@ -16,8 +17,8 @@ class PanelWatchC
 {
 public:
     // iWanted: the path (it begins with a slash) or the exact name of the one device that may be used; empty: the first
-    // of the best kind.
-    explicit PanelWatchC(std::string iWanted);
+    // of the best kind. ioComplaints must outlive this object.
+    PanelWatchC(std::string iWanted, ComplaintsC& ioComplaints);
     ~PanelWatchC();
     PanelWatchC(const PanelWatchC&) = delete;
     PanelWatchC& operator=(const PanelWatchC&) = delete;
@@ -47,6 +48,7 @@ private:
     void SayComplaints();
 
     std::string mWanted;
+    ComplaintsC& mSayer;
     int mInotify; // owned
     bool mTaken = false;
     int mTries = 0;                       // since when it is taken

@@ -27,6 +27,7 @@ options::options_description describeOptions()
     auto add = description.add_options();
     const auto text = [](const char* iName) { return options::value<std::string>()->value_name(iName); };
     add("help,h", "Print this and end");
+    add("version", "Print the version and end");
     add("device", text("PATH|NAME"), "The panel, by its path or its exact name");
     add("screen", text("WxH"), "The screen's size in pixels, instead of that of /dev/fb0 or of the display");
     add("wait", text("SECONDS"), "How long to wait for a display that is not there yet, 60 if not given");
@@ -119,6 +120,7 @@ TouchOptions toOptions(const options::variables_map& iValues)
     TouchOptions chosen;
     const auto isGiven = [&](const char* iName) { return iValues.count(iName) != 0; };
     chosen.help = isGiven("help");
+    chosen.version = isGiven("version");
     chosen.orientation = {isGiven("inverted-x"), isGiven("inverted-y"), isGiven("swapped-x-y")};
     chosen.otherDevices = isGiven("other-devices");
     chosen.print = isGiven("print");
@@ -152,7 +154,7 @@ bool ParseTouchOptions(int argc, char* argv[], TouchOptions& ioOptions)
         options::store(options::parse_command_line(optionsEnd, argv, description), values);
         ioOptions = toOptions(values);
         ioOptions.command = argv + command;
-        if (command >= argc && !ioOptions.help) {
+        if (command >= argc && !ioOptions.help && !ioOptions.version) {
             throw options::error("no command is given to be run");
         }
         return true;
@@ -167,6 +169,12 @@ bool PrintTouchHelp()
     std::cout << "Usage: pebbleton-touch [OPTION...] [--] COMMAND [ARGUMENT...]\n"
                  "Runs a command with a touch panel that reports every touch whole and in pixels.\n\n"
               << describeOptions() << std::flush;
+    return std::cout.good();
+}
+
+bool PrintTouchVersion()
+{
+    std::cout << "pebbleton-touch " PEBBLETON_VERSION "\n" << std::flush;
     return std::cout.good();
 }
 

@@ -19,6 +19,7 @@ struct PanelRange {
 // What the command line asks for.
 struct TouchOptions {
     bool help = false;
+    bool version = false;
     std::string device;               // path or name of the panel; empty: any
     std::optional<ScreenSize> screen; // nothing: the frame buffer's, or the display's
     std::optional<PanelRange> range;  // nothing: what the panel reports
@@ -32,8 +33,9 @@ struct TouchOptions {
 // Reads the command line up to the command, whose arguments are its own. False: it makes no sense, which is reported.
 bool ParseTouchOptions(int argc, char* argv[], TouchOptions& ioOptions);
 
-// Writes what the options are to standard output. False: it cannot be written.
+// Writes what the options are, or which version this is, to standard output. False: it cannot be written.
 bool PrintTouchHelp();
+bool PrintTouchVersion();
 
 } // namespace PEBBLETON
 

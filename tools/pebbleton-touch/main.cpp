@@ -33,5 +33,8 @@ int main(int argc, char* argv[])
     if (options.help) {
         return PEBBLETON::PrintTouchHelp() ? 0 : PEBBLETON::AdapterC::failed;
     }
+    if (options.version) {
+        return PEBBLETON::PrintTouchVersion() ? 0 : PEBBLETON::AdapterC::failed;
+    }
     return PEBBLETON::AdapterC(options).Run();
 }
