@@ -616,7 +616,7 @@ TEST_F(TouchProgramTest, ReadsItsOwnOptionsAndLeavesTheCommandsAlone)
     EXPECT_TRUE(chosen.help);
     EXPECT_EQ(60, chosen.wait.count());
     testing::internal::CaptureStdout();
-    EXPECT_TRUE(PrintTouchHelp() && PrintTouchVersion());
+    EXPECT_TRUE(PrintTouchHelp() && printTouchVersion());
     EXPECT_THAT(testing::internal::GetCapturedStdout(),
                 testing::AllOf(HasSubstr("Usage: pebbleton-touch "), HasSubstr("--swapped-x-y"),
                                HasSubstr("\npebbleton-touch ")));

@@ -172,7 +172,7 @@ bool PrintTouchHelp()
     return std::cout.good();
 }
 
-bool PrintTouchVersion()
+bool printTouchVersion()
 {
     std::cout << "pebbleton-touch " PEBBLETON_VERSION "\n" << std::flush;
     return std::cout.good();

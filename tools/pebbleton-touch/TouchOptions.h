@@ -35,7 +35,7 @@ bool ParseTouchOptions(int argc, char* argv[], TouchOptions& ioOptions);
 
 // Writes what the options are, or which version this is, to standard output. False: it cannot be written.
 bool PrintTouchHelp();
-bool PrintTouchVersion();
+bool printTouchVersion();
 
 } // namespace PEBBLETON
 

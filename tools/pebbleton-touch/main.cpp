@@ -34,7 +34,7 @@ int main(int argc, char* argv[])
         return PEBBLETON::PrintTouchHelp() ? 0 : PEBBLETON::AdapterC::failed;
     }
     if (options.version) {
-        return PEBBLETON::PrintTouchVersion() ? 0 : PEBBLETON::AdapterC::failed;
+        return PEBBLETON::printTouchVersion() ? 0 : PEBBLETON::AdapterC::failed;
     }
     return PEBBLETON::AdapterC(options).Run();
 }
