@@ -97,7 +97,8 @@ ContactsC makeContacts(FuzzedDataProvider& ioData)
     for (Contact& contact : contacts) {
         contact = {ioData.ConsumeIntegralInRange(-1, 1),
                    {ioData.ConsumeIntegral<int>(), 5},
-                   ioData.ConsumeIntegralInRange(0, 1)};
+                   ioData.ConsumeIntegralInRange(0, 1),
+                   ioData.ConsumeIntegralInRange(0, 2)};
     }
     return {protocol, contacts, ioData.ConsumeIntegralInRange(-1, 3), BTN_TOUCH, ioData.ConsumeBool()};
 }
@@ -131,13 +132,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* iData, std::size_t iSi
     Reader reader;
     {
         const ScreenMapC map = makeMap(data);
-        TouchTranslatorC translator(reader, map, makeContacts(data));
+        TouchTranslatorC::Time now;
+        TouchTranslatorC translator(reader, map, makeContacts(data), [&] { return now; });
         while (data.remaining_bytes() != 0) {
             const auto [type, code] = data.PickValueInArray(kinds);
             const int value = data.ConsumeBool() ? data.ConsumeIntegral<int>() : data.ConsumeIntegralInRange(-1, 4);
             if (code == SYN_DROPPED && type == EV_SYN) {
                 reader.Lose();
             }
+            now += std::chrono::seconds(data.ConsumeIntegralInRange(0, 9));
             translator.Handle(type, code, value);
             demand(translator.GetTouch().has_value() == reader.IsPressed(), "a touch is what is pressed");
         }

@@ -298,7 +298,11 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
         {slots, "I7 X10 Y20 | I8 X50 Y60 | I-1 |", "x-1 y-1 | x10 y20 T1 | x50 y60 | T0 |"},
         {slots, "S5 I7 X10 Y20 | S-1 X11 | S1 X12 | I-1 |", "x-1 y-1 | x10 y20 T1 | x11 y20 | x12 y20 | T0 |"},
         // One lifts and the next comes in one report, in another slot and in the same.
-        {slots, "I7 X10 Y20 | I-1 S1 I8 X50 Y60 | I-1 |", "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x50 y60 T1 | T0 |"},
+        {slots, "I7 X10 Y20 | I-1 S1 I8 X50 Y60 | C X51 | I-1 |", "x-1 y-1 | x10 y20 T1 | T0 |"}, // not at once
+        {slots, "I7 X10 Y20 | I-1 S1 I8 X50 Y60 | X51 | I-1 |",
+         "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x51 y60 T1 | T0 |"},
+        {slots, "I7 X10 Y20 | I-1 S1 I8 X50 Y60 | I-1 S0 I9 | C |",
+         "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x50 y60 T1 | T0 |"},
         {slots, "I7 X10 Y20 | I-1 I8 X50 | I-1 |", "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x50 y20 T1 | T0 |"},
         // A lift at 0,0.
         {simple, "T1 x10 y20 | T0 x0 y0 | T1 y20 | x1 | T0 x0 |",
@@ -315,6 +319,9 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
          "x-1 y-1 | x10 y20 T1 | x21 y20 | x21 y31 | T0 |"},
         // Palms, also one that was a finger, and one that was there before us.
         {palms, "O2 I7 X10 Y20 | X11 | O0 | I-1 | I8 | I-1 |", "x-1 y-1 | x11 y20 T1 | T0 |"},
+        {palms, "I7 X10 Y20 | O2 I-1 |", "x-1 y-1 | x10 y20 T1 | x-1 y-1 | B1 | B0 | T0 |"},
+        {anonymous, "O2 X10 Y20 m | O2 M0 X10 Y20 m | X50 Y60 m | O2 M0 X50 Y60 m |",
+         "x-1 y-1 | x50 y60 T1 | x-1 y-1 | B1 | B0 | T0 |"},
         {palms, "I7 X10 Y20 | O2 | O0 X12 | I-1 |", "x-1 y-1 | x10 y20 T1 | x-1 y-1 | B1 | B0 | T0 |"},
         {"S0 X10 Y20 I7 O2", "X11 | I-1 | I8 | O0 | I-1 | I9 | I-1 |", "x-1 y-1 | x11 y20 T1 | T0 |"},
         {anonymous, "O2 X10 Y20 m | O0 X11 Y20 m | m | X12 Y20 m | O2 X12 Y20 m | X12 Y20 m | m |",

@@ -28,13 +28,14 @@ struct Pair {
     std::size_t finger;
 };
 
-// Every pair there may be, the nearest first. Fingers that the panel numbers differently are not the same.
+// Every pair there may be, the nearest first. Fingers that the panel numbers differently are not the same, and none is
+// one that was said to be lifted.
 std::vector<Pair> pairUp(const std::vector<Contact>& iContacts, const std::vector<Contact>& iFingers)
 {
     std::vector<Pair> pairs;
     for (std::size_t contact = 0; contact < iContacts.size(); ++contact) {
         for (std::size_t finger = 0; finger < iFingers.size(); ++finger) {
-            if (iContacts[contact].id == iFingers[finger].id) {
+            if (iContacts[contact].id == iFingers[finger].id && iContacts[contact].distance == 0) {
                 pairs.push_back(
                     {distanceBetween(iContacts[contact].position, iFingers[finger].position), contact, finger});
             }

@@ -11,10 +11,8 @@ TouchPrinterC::TouchPrinterC(TouchTranslatorC& ioTranslator) : mTranslator(ioTra
 
 void TouchPrinterC::Handle(unsigned iType, unsigned iCode, int iValue)
 {
-    const bool before = mTranslator.GetTouch().has_value();
     mTranslator.Handle(iType, iCode, iValue);
-    const auto touch = mTranslator.GetTouch();
-    if (touch && !before) {
+    if (const auto touch = mTranslator.TakePressed()) {
         std::fprintf(stderr, "pebbleton-touch: a touch at %d,%d on the panel is pixel %d,%d\n", touch->onPanel.x,
                      touch->onPanel.y, touch->pixel.x, touch->pixel.y);
     }

@@ -35,6 +35,7 @@ void TouchTranslatorC::Cancel()
 {
     Withdraw();
     Spend();
+    mLate.reset();
 }
 
 std::optional<TouchTranslatorC::Touch> TouchTranslatorC::GetTouch() const
@@ -45,6 +46,11 @@ std::optional<TouchTranslatorC::Touch> TouchTranslatorC::GetTouch() const
     return Touch{mContacts.Get()[*mTouch].position, mPixel};
 }
 
+std::optional<TouchTranslatorC::Touch> TouchTranslatorC::TakePressed()
+{
+    return std::exchange(mPressed, std::nullopt);
+}
+
 void TouchTranslatorC::EndReport()
 {
     if (!mIsKnown) {
@@ -52,17 +58,37 @@ void TouchTranslatorC::EndReport()
         Spend();
         return;
     }
+    const bool wasTouched = mTouch.has_value() || TapLate();
     if (mTouch) {
         Follow();
     }
+    // Nothing follows a release at once: it may have fired a button, and DirectFB may crash when input comes while it
+    // closes.
+    const bool waits = wasTouched && !mTouch;
     const std::optional<std::size_t> next = FindNew();
     if (next && IsStuck()) {
         Withdraw();
     }
-    if (next && !mTouch) {
+    if (next && !mTouch && !waits) {
         Press(*next);
     }
     Spend();
+    mLate = waits ? next : std::nullopt;
+    if (mLate) {
+        mSpent[*mLate] = -1;
+    }
+}
+
+// The finger that came with the last release, if it has been lifted since.
+bool TouchTranslatorC::TapLate()
+{
+    const bool isTapped = mLate && mContacts.Get()[*mLate].id < 0;
+    if (isTapped) {
+        Press(*mLate);
+        Switch(BTN_TOUCH, 0);
+        mTouch.reset();
+    }
+    return isTapped;
 }
 
 // The last motion counts also when it comes with the lift: a finger that slid off must not fire. But some panels lift
@@ -71,7 +97,7 @@ void TouchTranslatorC::Follow()
 {
     const Contact& contact = mContacts.Get()[*mTouch];
     const bool isNowhere = contact.id < 0 && contact.position.x == 0 && contact.position.y == 0;
-    if (contact.id == mTouchId && contact.IsPalm()) {
+    if ((contact.id == mTouchId || contact.id < 0) && contact.tool == MT_TOOL_PALM) {
         Withdraw();
         return;
     }
@@ -114,6 +140,7 @@ void TouchTranslatorC::Press(std::size_t iContact)
     const Contact& contact = mContacts.Get()[iContact];
     mTouch = iContact;
     mTouchId = contact.id;
+    mPressed = {contact.position, mMap.ToPixel(contact.position)};
     // Only now, not after the release before: DirectFB may crash when input comes while it closes, as it does when that
     // release has fired a button.
     mPixel = {};
@@ -162,7 +189,7 @@ void TouchTranslatorC::Spend()
     const std::vector<Contact>& contacts = mContacts.Get();
     mSpent.resize(contacts.size());
     for (std::size_t i = 0; i < contacts.size(); ++i) {
-        mSpent[i] = contacts[i].IsDown() || contacts[i].IsPalm() ? contacts[i].id : -1;
+        mSpent[i] = contacts[i].distance == 0 ? contacts[i].id : -1;
     }
 }
 

@@ -25,7 +25,8 @@ namespace PEBBLETON
 //
 // A report is taken whole before anything is said about it. The first finger is the touch until it lifts. A finger that
 // came while it was down, or that was there before this object, never becomes a touch; one that comes in the report in
-// which the touch lifts is the next touch. A palm is no touch, and a touch that turns out to be one is cancelled.
+// which the touch lifts is the next touch, with the report after that. A palm is no touch, and a touch that turns out
+// to be one is cancelled.
 //
 // What lies still for `longestRest` may be water: a finger that comes then is the touch, and the one until then is
 // cancelled.
@@ -63,8 +64,12 @@ public:
     };
     std::optional<Touch> GetTouch() const;
 
+    // Where the touch began that came last, unless this was asked since.
+    std::optional<Touch> TakePressed();
+
 private:
     void EndReport();
+    bool TapLate();
     void Follow();
     void Withdraw();
     std::optional<std::size_t> FindNew() const;
@@ -83,6 +88,8 @@ private:
     std::vector<int> mSpent;           // for each contact the id of the finger that is no touch, or below 0
     std::optional<std::size_t> mTouch; // the contact that is the touch
     int mTouchId = -1;                 // and its finger
+    std::optional<std::size_t> mLate;  // the contact that came as the touch was lifted
+    std::optional<Touch> mPressed;     // for TakePressed
     Position mPixel = parked;          // what was said last
     Position mRest = parked;           // where the touch lies still
     Time mResting;                     // since when
