@@ -30,6 +30,7 @@ set(PEBBLETON_DIRECTFB_PACKAGES "${directfbPackages}" CACHE STRING
 set(CPACK_DEBIAN_PEBBLETON_PACKAGE_NAME pebbleton)
 set(CPACK_DEBIAN_PEBBLETON_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PEBBLETON_PACKAGE_DEPENDS ${PEBBLETON_DIRECTFB_PACKAGES})
+set(CPACK_DEBIAN_PEBBLETON_PACKAGE_RECOMMENDS "kbd, kmod") # the unit's chvt, and modprobe
 # DirectFB's settings for the menu, where those are in /etc: a DirectFB2 elsewhere reads them in a folder of its own.
 set(PEBBLETON_DIRECTFB_SETTINGS "")
 if(DIRECTFB_PREFIX STREQUAL "/usr")

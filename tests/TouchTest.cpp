@@ -298,7 +298,7 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
         {slots, "I7 X10 Y20 | I8 X50 Y60 | I-1 |", "x-1 y-1 | x10 y20 T1 | x50 y60 | T0 |"},
         {slots, "S5 I7 X10 Y20 | S-1 X11 | S1 X12 | I-1 |", "x-1 y-1 | x10 y20 T1 | x11 y20 | x12 y20 | T0 |"},
         // One lifts and the next comes in one report, in another slot and in the same.
-        {slots, "I7 X10 Y20 | I-1 S1 I8 X50 Y60 | C X51 | I-1 |", "x-1 y-1 | x10 y20 T1 | T0 |"}, // not at once
+        {slots, "I7 X10 Y20 | I-1 S1 I8 X50 Y60 | C I-1 |", "x-1 y-1 | x10 y20 T1 | T0 |"}, // not at once
         {slots, "I7 X10 Y20 | I-1 S1 I8 X50 Y60 | X51 | I-1 |",
          "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x51 y60 T1 | T0 |"},
         {slots, "I7 X10 Y20 | I-1 S1 I8 X50 Y60 | I-1 S0 I9 | C |",

@@ -28,14 +28,13 @@ struct Pair {
     std::size_t finger;
 };
 
-// Every pair there may be, the nearest first. Fingers that the panel numbers differently are not the same, and none is
-// one that was said to be lifted.
+// Every pair there may be, the nearest first. Fingers that the panel numbers differently are not the same.
 std::vector<Pair> pairUp(const std::vector<Contact>& iContacts, const std::vector<Contact>& iFingers)
 {
     std::vector<Pair> pairs;
     for (std::size_t contact = 0; contact < iContacts.size(); ++contact) {
         for (std::size_t finger = 0; finger < iFingers.size(); ++finger) {
-            if (iContacts[contact].id == iFingers[finger].id && iContacts[contact].distance == 0) {
+            if (iContacts[contact].id == iFingers[finger].id) {
                 pairs.push_back(
                     {distanceBetween(iContacts[contact].position, iFingers[finger].position), contact, finger});
             }
