@@ -205,6 +205,20 @@ told() {
     guest 'tail -n 20 said; logread | tail -n 12; kill -9 $menu; killall -9 pebbleton' || true
 }
 
+# stories: each line that it reads is one menu: what is tried, the status that the menu must end with, the adapter's
+# options, the panel, the steps. "=" is the panel that there was, "-" is none. A step is a report of the panel as
+# virtual-panel reads it, or a command.
+stories() {
+    local IFS='|' what status options panel steps
+    while read -r what status options panel steps; do
+        unset IFS
+        [ "$panel" = = ] || guest unplug
+        [[ $panel = [=-] ]] || guest "plug $panel"
+        told "$what" "start pebbleton-touch $options -- pebbleton && steps '${steps//; /\' \'}' && ends $status"
+        IFS='|'
+    done
+}
+
 # end_stories: fails if one of them did.
 end_stories() {
     stop_device
