@@ -221,7 +221,7 @@ public:
         close(mWriter);
     }
 
-    // "C" cancels the touch, and "~30" lets so many seconds pass.
+    // "C" cancels the touch, "W" waits for one that is late, and "~30" lets so many seconds pass.
     void Play(const std::string& iStory)
     {
         std::istringstream words(iStory);
@@ -229,6 +229,8 @@ public:
             const int value = std::atoi(word.c_str() + 1);
             if (word == "C") {
                 mTranslator->Cancel();
+            } else if (word == "W") {
+                mTranslator->PressLate();
             } else if (word[0] == '~') {
                 mNow += std::chrono::seconds(value);
             } else {
@@ -299,6 +301,8 @@ TEST(TouchTest, EveryTouchIsWholeAndTheFirstFingerIsIt)
         {slots, "S5 I7 X10 Y20 | S-1 X11 | S1 X12 | I-1 |", "x-1 y-1 | x10 y20 T1 | x11 y20 | x12 y20 | T0 |"},
         // One lifts and the next comes in one report, in another slot and in the same.
         {slots, "I7 X10 Y20 | I-1 S1 I8 X50 Y60 | C I-1 |", "x-1 y-1 | x10 y20 T1 | T0 |"}, // not at once
+        {slots, "I7 X10 Y20 | W I-1 S1 I8 X50 Y60 | W I-1 |",
+         "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x50 y60 T1 | T0 |"},
         {slots, "I7 X10 Y20 | I-1 S1 I8 X50 Y60 | X51 | I-1 |",
          "x-1 y-1 | x10 y20 T1 | T0 | x-1 y-1 | x51 y60 T1 | T0 |"},
         {slots, "I7 X10 Y20 | I-1 S1 I8 X50 Y60 | I-1 S0 I9 | C |",

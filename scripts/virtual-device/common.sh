@@ -75,7 +75,7 @@ make_device() {
     find "$root" -type f \( -path '*/usr/bin/*' -o -name '*.so' \) -exec ldd {} + |
         sed -n 's|.*\s\(/[^ :]*\) (.*|\1|p' | sort -u | xargs cp --parents -Lt "$root"
     install -D "$settings" -T "$root$folder/directfbrc.pebbleton"
-    cp examples/pebbleton-launcher "$root/usr/local/bin"
+    cp examples/pebbleton-{launcher,sleep} "$root/usr/local/bin"
     cp scripts/virtual-device/{rcS,shell} "$root/etc/init.d"
     echo "${modules[@]%vgem}" >"$root/etc/modules"
     printf '%s\n' ::sysinit:/etc/init.d/rcS ttyS1::once:/etc/init.d/shell >"$root/etc/inittab"

@@ -19,6 +19,15 @@
 namespace PEBBLETON
 {
 
+namespace
+{
+
+// Milliseconds after which a finger that came with a lift is the touch, though it does not move: long enough for the
+// menu to close, had the lift fired, and short beside a long press.
+constexpr int lateTime = 200;
+
+} // namespace
+
 AdapterC::AdapterC(const TouchOptions& iOptions)
     : mOptions(iOptions), mWait(mCommand), mWatch(iOptions.device, mComplaints)
 {
@@ -151,9 +160,14 @@ void AdapterC::Wait()
                         {mWatch.GetDescriptor(), POLLIN, 0},
                         {mPanel != nullptr ? mPanel->GetDescriptor() : -1, POLLIN, 0}};
     const bool isPending = mPanel != nullptr && mPanel->HasMore();
+    const bool hasLate = mTranslator != nullptr && mTranslator->HasLate();
     const int retry = mWatch.GetRetryTime();
-    if (poll(sources, std::size(sources), isPending ? 0 : retry) < 0) {
+    const int ready = poll(sources, std::size(sources), isPending ? 0 : hasLate ? lateTime : retry);
+    if (ready < 0) {
         return; // this process was stopped and goes on
+    }
+    if (ready == 0 && hasLate && !isPending) {
+        mTranslator->PressLate();
     }
     // First, since a touch that is to be forgotten may have ended since.
     if (sources[0].revents != 0) {

@@ -38,6 +38,20 @@ void TouchTranslatorC::Cancel()
     mLate.reset();
 }
 
+bool TouchTranslatorC::HasLate() const
+{
+    return mLate.has_value();
+}
+
+void TouchTranslatorC::PressLate()
+{
+    if (mLate) {
+        Press(*mLate);
+        Spend();
+        mLate.reset();
+    }
+}
+
 std::optional<TouchTranslatorC::Touch> TouchTranslatorC::GetTouch() const
 {
     if (!mTouch) {

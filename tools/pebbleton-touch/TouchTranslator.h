@@ -25,7 +25,7 @@ namespace PEBBLETON
 //
 // A report is taken whole before anything is said about it. The first finger is the touch until it lifts. A finger that
 // came while it was down, or that was there before this object, never becomes a touch; one that comes in the report in
-// which the touch lifts is the next touch, with the report after that. A palm is no touch, and a touch that turns out
+// which the touch lifts is the next touch, after a moment. A palm is no touch, and a touch that turns out
 // to be one is cancelled.
 //
 // What lies still for `longestRest` may be water: a finger that comes then is the touch, and the one until then is
@@ -56,6 +56,10 @@ public:
 
     // Cancels the touch, if there is one. The fingers that are down do not become a touch any more.
     void Cancel();
+
+    // Whether a finger waits to become the touch. It does so with the panel's next report, or as PressLate is called.
+    bool HasLate() const;
+    void PressLate();
 
     // Where the touch is, while there is one.
     struct Touch {
